@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# Installs what is missing (Debian with apt, macOS with Homebrew), then
+# configures and builds Vantrel into ./build. Safe to run again: it only
+# installs what is not there and rebuilds incrementally.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+DEBIAN_PACKAGES=(qt6-base-dev libplist-dev libtesseract-dev tesseract-ocr-eng
+                 fonts-dejavu-core cmake ninja-build g++ pkg-config)
+BREW_PACKAGES=(qt libplist tesseract cmake ninja pkg-config)
+
+install_debian() {
+    local missing=()
+    for pkg in "${DEBIAN_PACKAGES[@]}"; do
+        dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q "install ok installed" \
+            || missing+=("$pkg")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    echo "Installing: ${missing[*]}"
+    local sudo=""
+    [ "$(id -u)" -ne 0 ] && sudo="sudo"
+    $sudo apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq "${missing[@]}" >/dev/null
+}
+
+install_macos() {
+    command -v brew >/dev/null || { echo "Homebrew is required: https://brew.sh" >&2; exit 1; }
+    local missing=()
+    for pkg in "${BREW_PACKAGES[@]}"; do
+        brew list --formula "$pkg" >/dev/null 2>&1 || missing+=("$pkg")
+    done
+    [ ${#missing[@]} -eq 0 ] || brew install "${missing[@]}"
+}
+
+case "$(uname -s)" in
+    Linux)
+        if command -v apt-get >/dev/null; then install_debian
+        else echo "No apt-get here: install ${DEBIAN_PACKAGES[*]} by hand." >&2; fi ;;
+    Darwin) install_macos ;;
+esac
+
+cmake_args=(-S . -B build -G Ninja)
+if [ "$(uname -s)" = Darwin ]; then
+    cmake_args+=(-DCMAKE_PREFIX_PATH="$(brew --prefix qt)")
+fi
+[ -f build/build.ninja ] || cmake "${cmake_args[@]}" >/dev/null
+cmake --build build

@@ -1,0 +1,169 @@
+#pragma once
+// AppModel: the one place that holds the application's state. Every front
+// (the `vantrel` command line, the desktop application, tests) reads this
+// state and calls these operations; none keeps logic of its own.
+//
+// The state is declared here, all of it. The operations are defined in the
+// folder of the subsystem they belong to: project and workspace in
+// src/model/, devices and apps in src/simulator/, recording and checkpoints
+// in src/recorder/, the generation run in src/generation/, readiness and
+// review in src/app/.
+//
+// Threads: state changes only on the main thread. Operations that wait for
+// background work do so through awaitFuture/awaitBackground (Await.h), which
+// keep the event loop running.
+
+#include "app/ReviewImage.h"
+#include "generation/RunProgress.h"
+#include "model/ProjectLibraryItem.h"
+#include "model/ScreenshotProject.h"
+#include "platform/PlatformServices.h"
+#include "simulator/InstalledSimulatorApp.h"
+#include "simulator/SimulatorDevice.h"
+
+#include <QFuture>
+#include <QHash>
+#include <QImage>
+#include <QObject>
+#include <QPointF>
+#include <QSizeF>
+#include <QString>
+#include <atomic>
+#include <memory>
+#include <optional>
+
+class AppModel : public QObject
+{
+    Q_OBJECT
+
+public:
+    // The press of a press-release pair being recorded.
+    struct SimulatorMouseDown
+    {
+        QPointF screenPoint;    // desktop point
+        QPointF simulatorPoint; // device point, not yet rounded
+        ReferenceSeconds date = 0;
+    };
+
+    // `packageRootOverride` (from --root or VANTREL_HOME) wins over the
+    // usual choice of data root. `platform` defaults to this desktop's.
+    explicit AppModel(std::optional<QString> packageRootOverride = std::nullopt,
+                      std::unique_ptr<PlatformServices> platform = nullptr,
+                      QObject *parent = nullptr);
+    ~AppModel() override;
+
+    // ---------------------------------------------------------------- state
+    ScreenshotProject project;
+    QList<SimulatorDevice> availableDevices;
+    QList<ReviewImage> reviewImages;
+    QList<OperationDraft> pendingOperations;
+    QList<InstalledSimulatorApp> installedApps;
+    QList<ProjectLibraryItem> projectLibrary;
+    QList<ProjectSnapshotSummary> projectSnapshots;
+    QString runLog;
+    bool isRunning = false;
+    bool isRecordingFlow = false;
+    std::optional<QString> lastError;
+    std::optional<QString> selectedScreenID;
+    std::optional<QString> lastManualCaptureURL;
+    std::optional<QImage> recorderPreviewImage;
+    QSizeF recorderPreviewPixelSize{0, 0};
+    double recorderPreviewScale = 1.0;
+    QString simulatorEventRecordingStatus = idleRecordingStatus();
+    QHash<QString, RunProgress> runProgress; // key: RunProgress::key(language, deviceID)
+    std::optional<RunOutcome> lastRunOutcome;
+    std::optional<ReferenceSeconds> lastRecordedActionAt;
+    bool simulatorEventMonitorInstalled = false;
+    std::optional<SimulatorMouseDown> simulatorMouseDown;
+
+    // The generation run in flight (one worker), and its stop flag.
+    QFuture<void> runTask;
+    std::shared_ptr<std::atomic_bool> runCancelRequested = std::make_shared<std::atomic_bool>(false);
+
+    // Fixed tuning values: part of the model, not settings.
+    static constexpr double minimumRecordedDelay = 0.6;
+    static constexpr double maximumRecordedDelay = 60.0;
+    static constexpr double replayWaitScale = 0.9;
+    static constexpr double minimumReplayWait = 0.3;
+    static constexpr double maximumReplayWait = 3.0;
+    static constexpr double screenshotDriftThreshold = 0.18;
+
+    static QString idleRecordingStatus()
+    {
+        return QStringLiteral("Recording listens to clicks and drags in the real Simulator window.");
+    }
+
+    const QString &packageRoot() const { return m_packageRoot; }
+    PlatformServices &platform() const { return *m_platform; }
+
+    // Appends one message to the run log; a line feed is added when missing.
+    void appendLog(const QString &message);
+    void setLastError(const QString &message);
+    void clearLastError();
+
+    // ----------------------------------------- project and workspace (model/)
+    QString workspaceDirectory() const;        // packageRoot/.quillmark
+    QString projectsDirectory() const;         // workspace/projects
+    QString snapshotsDirectory() const;        // workspace/project-snapshots
+    QString outputRootDirectory() const;       // packageRoot/output
+    QString projectFileURL(const QString &projectID) const;
+    QString defaultOutputDirectory(const std::optional<QString> &projectID,
+                                   const QString &displayName) const;
+    static QString displayName(const ScreenshotProject &project);
+    void normalizeLoadedProject(ScreenshotProject &project) const;
+
+    // Start-up: load the saved project (or save a blank one), then bring the
+    // rest of the state up to date. Fronts call this once after creation.
+    void bootstrap(); // loadSavedProject(), then refreshAfterLoad()
+    void refreshAfterLoad();
+    void loadSavedProject();
+    bool saveProject(); // false when the save failed (lastError is set)
+    void writeCurrentProjectID();
+    void ensureProjectIdentityAndOutputDirectory(const QString &displayName,
+                                                 bool preferAppSpecificOutput);
+    void configureBlankProject(const QString &name);
+    static QString projectTimestamp();
+    void resetProjectRuntimeState(const QString &message);
+
+    // Languages.
+    void toggleLanguage(const QString &code);
+    void addCustomLanguage(const QString &text);
+
+    // Library and snapshots.
+    void refreshProjectLibrary();
+    std::optional<ProjectLibraryItem> projectLibraryItem(const QString &path) const;
+    void openProject(const ProjectLibraryItem &item);
+    void renameCurrentProject(const QString &name);
+    void deleteProject(const ProjectLibraryItem &item);
+    void deleteCurrentProjectAndCreateReplacement();
+    void refreshProjectSnapshots();
+    std::optional<QString> snapshotCurrentProject(const QString &prefix);
+    void duplicateProjectSnapshot();
+    void restoreProjectSnapshot(const ProjectSnapshotSummary &snapshot);
+    void deleteManagedOutputDirectoryIfSafe(const ScreenshotProject &project);
+    void trashOrRemove(const QString &path);
+
+    // ------------------------------------------- simulator integration (simulator/)
+
+    // ---------------------------------------------------- recording (recorder/)
+    QString manualCaptureDirectory() const; // outputDirectory/manual
+    QStringList manualCaptureURLs() const;  // checkpoint images, natural order
+    static std::optional<qint64> manualCaptureNumber(const QString &path);
+    bool isManualCaptureURL(const QString &path) const;
+    std::optional<QString> existingLastManualCaptureURL() const;
+
+    // ------------------------------------------------- generation (generation/)
+
+    // ------------------------------------------------ readiness and review (app/)
+    void refreshReviewImages();
+
+signals:
+    // Any state change; fronts re-read what they show.
+    void changed();
+
+private:
+    void assertMainThread() const;
+
+    QString m_packageRoot;
+    std::unique_ptr<PlatformServices> m_platform;
+};

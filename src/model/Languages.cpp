@@ -1,0 +1,22 @@
+// Editing the project's language list. Order is the order of selection;
+// the last language may be removed (readiness reports an empty list).
+
+#include "AppModel.h"
+
+void AppModel::toggleLanguage(const QString &code)
+{
+    if (project.languages.contains(code))
+        project.languages.removeAll(code);
+    else
+        project.languages.append(code);
+    saveProject();
+}
+
+void AppModel::addCustomLanguage(const QString &text)
+{
+    const QString code = text.trimmed();
+    if (code.isEmpty() || project.languages.contains(code))
+        return;
+    project.languages.append(code); // written as typed: no case change, no catalogue check
+    saveProject();
+}

@@ -1,0 +1,184 @@
+// Where projects live and how the current one is chosen, loaded and saved.
+
+#include "AppError.h"
+#include "AppModel.h"
+#include "AtomicFile.h"
+#include "PathSanitizer.h"
+#include "ProjectCoding.h"
+#include "UuidText.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QLocale>
+
+QString AppModel::workspaceDirectory() const { return m_packageRoot + QStringLiteral("/.quillmark"); }
+QString AppModel::projectsDirectory() const { return workspaceDirectory() + QStringLiteral("/projects"); }
+QString AppModel::snapshotsDirectory() const { return workspaceDirectory() + QStringLiteral("/project-snapshots"); }
+QString AppModel::outputRootDirectory() const { return m_packageRoot + QStringLiteral("/output"); }
+
+QString AppModel::projectFileURL(const QString &projectID) const
+{
+    return projectsDirectory() + QLatin1Char('/') + PathSanitizer::component(projectID) + QStringLiteral(".json");
+}
+
+QString AppModel::defaultOutputDirectory(const std::optional<QString> &projectID, const QString &name) const
+{
+    const QString slug = PathSanitizer::component(name.toLower());
+    const QString id8 = projectID.value_or(UuidText::create()).left(8).toLower();
+    return outputRootDirectory() + QLatin1Char('/') + slug + QLatin1Char('-') + id8;
+}
+
+QString AppModel::displayName(const ScreenshotProject &project)
+{
+    if (project.projectName) {
+        const QString trimmed = project.projectName->trimmed();
+        if (!trimmed.isEmpty())
+            return trimmed;
+    }
+    if (!project.appName.isEmpty())
+        return project.appName;
+    return QStringLiteral("Untitled Project");
+}
+
+void AppModel::normalizeLoadedProject(ScreenshotProject &p) const
+{
+    if (!p.schemaVersion) {
+        // A legacy document: its launch settings and screens meant something
+        // else then, so they are dropped rather than misread.
+        p.globalLaunchArguments.clear();
+        p.stateArgumentName = ScreenshotProject::defaultStateArgumentName;
+        p.sampleNameArgumentName.clear();
+        p.screens.clear();
+        p.schemaVersion = ScreenshotProject::currentSchemaVersion;
+    }
+    if (!p.projectID)
+        p.projectID = UuidText::create();
+    if (p.manualCaptureIndex && *p.manualCaptureIndex < 1)
+        p.manualCaptureIndex = 1;
+    if (p.outputDirectory.isEmpty())
+        p.outputDirectory = defaultOutputDirectory(p.projectID, displayName(p));
+}
+
+bool AppModel::saveProject()
+{
+    assertMainThread();
+    try {
+        if (!QDir().mkpath(projectsDirectory()))
+            throw AppError(QStringLiteral("Could not create the folder %1.").arg(projectsDirectory()));
+        if (!project.projectID)
+            project.projectID = UuidText::create();
+        const ReferenceSeconds now = ReferenceDate::now();
+        project.updatedAt = now;
+        if (!project.createdAt)
+            project.createdAt = now;
+        if (project.outputDirectory.isEmpty())
+            project.outputDirectory = defaultOutputDirectory(project.projectID, displayName(project));
+
+        const QByteArray bytes = ProjectCoding::encodeBytes(project);
+        AtomicFile::write(projectFileURL(*project.projectID), bytes);
+        AtomicFile::write(workspaceDirectory() + QStringLiteral("/project.json"), bytes);
+        writeCurrentProjectID();
+    } catch (const AppError &error) {
+        setLastError(QStringLiteral("Could not save project: ") + error.message());
+        return false;
+    }
+    refreshProjectLibrary();
+    emit changed();
+    return true;
+}
+
+void AppModel::writeCurrentProjectID()
+{
+    if (!project.projectID)
+        return;
+    if (!QDir().mkpath(workspaceDirectory()))
+        throw AppError(QStringLiteral("Could not create the folder %1.").arg(workspaceDirectory()));
+    AtomicFile::write(workspaceDirectory() + QStringLiteral("/current-project-id.txt"),
+                      project.projectID->toUtf8());
+}
+
+void AppModel::loadSavedProject()
+{
+    assertMainThread();
+    std::optional<QString> source;
+    try {
+        if (!QDir().mkpath(projectsDirectory()))
+            throw AppError(QStringLiteral("Could not create the folder %1.").arg(projectsDirectory()));
+        refreshProjectLibrary();
+
+        // An identity file that cannot be read counts as absent.
+        const std::optional<QByteArray> idBytes =
+            AtomicFile::readIfExists(workspaceDirectory() + QStringLiteral("/current-project-id.txt"));
+        const QString currentID = idBytes ? QString::fromUtf8(*idBytes).trimmed() : QString();
+        const QString legacyFile = workspaceDirectory() + QStringLiteral("/project.json");
+        if (!currentID.isEmpty() && QFileInfo::exists(projectFileURL(currentID)))
+            source = projectFileURL(currentID);
+        else if (QFileInfo::exists(legacyFile))
+            source = legacyFile;
+        else if (!projectLibrary.isEmpty() && QFileInfo::exists(projectLibrary.first().url))
+            source = projectLibrary.first().url;
+
+        if (source) {
+            ScreenshotProject loaded = ProjectCoding::decode(AtomicFile::read(*source));
+            normalizeLoadedProject(loaded);
+            project = loaded;
+        }
+    } catch (const AppError &error) {
+        // The start-up project stays current and is not saved, so the file
+        // that failed to load is left exactly as it was.
+        setLastError(QStringLiteral("Could not load saved project: ") + error.message());
+        return;
+    }
+    saveProject();
+}
+
+void AppModel::ensureProjectIdentityAndOutputDirectory(const QString &name, bool preferAppSpecificOutput)
+{
+    if (!project.projectID)
+        project.projectID = UuidText::create();
+    const QString current = QDir::cleanPath(project.outputDirectory);
+    const QString root = QDir::cleanPath(outputRootDirectory());
+    const bool keep = !project.outputDirectory.isEmpty() && current != root
+                      && QFileInfo(current).absolutePath() != root && !preferAppSpecificOutput
+                      && !QFileInfo(current).fileName().startsWith(QStringLiteral("untitled-"));
+    if (!keep)
+        project.outputDirectory = defaultOutputDirectory(project.projectID, name);
+}
+
+void AppModel::configureBlankProject(const QString &name)
+{
+    QString trimmed = name.trimmed();
+    if (trimmed.isEmpty())
+        trimmed = QStringLiteral("Untitled Project");
+    ScreenshotProject fresh;
+    fresh.projectID = UuidText::create();
+    fresh.projectName = trimmed;
+    fresh.createdAt = fresh.updatedAt = ReferenceDate::now();
+    fresh.outputDirectory = defaultOutputDirectory(fresh.projectID, trimmed);
+    project = fresh;
+    emit changed();
+}
+
+QString AppModel::projectTimestamp()
+{
+    return QLocale(QStringLiteral("en_US_POSIX")).toString(QDateTime::currentDateTime(), QStringLiteral("yyyyMMdd-HHmmss"));
+}
+
+void AppModel::resetProjectRuntimeState(const QString &message)
+{
+    installedApps.clear();
+    recorderPreviewImage.reset();
+    recorderPreviewPixelSize = QSizeF(0, 0);
+    recorderPreviewScale = 1.0;
+    pendingOperations.clear();
+    selectedScreenID.reset();
+    lastManualCaptureURL = existingLastManualCaptureURL();
+    runProgress.clear();
+    lastRunOutcome.reset();
+    runLog = message;
+    refreshReviewImages();
+    refreshProjectLibrary();
+    refreshProjectSnapshots();
+    emit changed();
+}

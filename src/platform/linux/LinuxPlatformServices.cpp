@@ -1,0 +1,59 @@
+// The Linux desktop: no Simulator windows and no global mouse monitor exist
+// here, so those report nothing; files go to the freedesktop Trash and open
+// with the desktop's default application.
+
+#include "platform/PlatformServices.h"
+
+#include <QDesktopServices>
+#include <QFile>
+#include <QFileInfo>
+#include <QUrl>
+
+namespace {
+
+class LinuxPlatformServices : public PlatformServices
+{
+public:
+    QList<RawWindowInfo> onScreenWindows() override { return {}; }
+    std::optional<QRectF> mainScreenFrame() override { return std::nullopt; }
+    std::optional<QRectF> mainScreenVisibleFrame() override { return std::nullopt; }
+    QPointF pointerLocation() override { return {}; }
+    bool startMouseMonitor(MouseHandler) override { return false; }
+    void stopMouseMonitor() override {}
+    bool isAccessibilityTrusted() override { return false; }
+
+    void revealInFileViewer(const QString &path) override
+    {
+        QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(path).absolutePath()));
+    }
+
+    bool openWithDefaultApplication(const QString &path) override
+    {
+        return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+    }
+
+    bool moveToTrash(const QString &path, QString *error) override
+    {
+        if (QFile::moveToTrash(path))
+            return true;
+        if (error)
+            *error = QStringLiteral("Could not move %1 to the Trash.").arg(path);
+        return false;
+    }
+
+    std::optional<QString> chooseFile(const QString &) override { return std::nullopt; }
+
+    QList<RecognizedTextLine> recognizeText(const QImage &image) override;
+};
+
+QList<RecognizedTextLine> LinuxPlatformServices::recognizeText(const QImage &)
+{
+    return {};
+}
+
+} // namespace
+
+std::unique_ptr<PlatformServices> makeDesktopPlatformServices()
+{
+    return std::make_unique<LinuxPlatformServices>();
+}

@@ -1,0 +1,55 @@
+#pragma once
+// A child process with exactly the semantics the product needs, in one
+// place: started through /usr/bin/env with a given environment and working
+// directory, standard output and standard error on two pipes that are read
+// while the child runs (so a child that prints more than a pipe holds never
+// blocks), an exit status, and termination from any thread.
+//
+// Used by the replay runner (xcodebuild) and by the model's ProcessRunner
+// (xcrun simctl and friends).
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+#include <QStringList>
+#include <memory>
+
+class ChildProcess
+{
+public:
+    struct Output
+    {
+        QByteArray standardOutput;
+        QByteArray standardError;
+        int exitStatus = 0;     // the exit code, or 128 + signal when killed
+        bool exitedNormally = true;
+    };
+
+    // Starts "/usr/bin/env command arguments..." in `workingDirectory` with
+    // exactly `environment` (NAME -> value). Throws std::runtime_error with
+    // the system's description when the child cannot be started.
+    ChildProcess(const QString &command, const QStringList &arguments,
+                 const QString &workingDirectory, const QHash<QString, QString> &environment);
+    ~ChildProcess(); // terminates and reaps a child that is still running
+
+    ChildProcess(const ChildProcess &) = delete;
+    ChildProcess &operator=(const ChildProcess &) = delete;
+
+    qint64 pid() const;
+    // True until the child has exited (it may still need to be waited for).
+    bool isRunning() const;
+    // Waits up to `milliseconds` (forever when negative) while draining both
+    // pipes; returns true once the child has exited and its pipes are closed.
+    bool waitForExit(int milliseconds = -1);
+    // The collected output; valid after waitForExit returned true.
+    const Output &output() const;
+    // Sends SIGTERM; safe from any thread, harmless after exit.
+    void terminate();
+
+    // The calling process's environment as a map.
+    static QHash<QString, QString> currentEnvironment();
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
