@@ -19,6 +19,7 @@
 #include "model/ScreenshotProject.h"
 #include "platform/PlatformServices.h"
 #include "simulator/InstalledSimulatorApp.h"
+#include "simulator/ProcessRunner.h"
 #include "simulator/SimulatorDevice.h"
 
 #include <QFuture>
@@ -144,6 +145,29 @@ public:
     void trashOrRemove(const QString &path);
 
     // ------------------------------------------- simulator integration (simulator/)
+    // ProcessRunner::run on a background job, awaited (packageRoot as the
+    // working directory). Throws what the runner throws.
+    ProcessRunner::Result runProcessOffMain(const QString &command, const QStringList &arguments);
+
+    void refreshDevices();
+    void attachToBootedSimulator();
+    // The UDID every device operation acts on, or nothing.
+    std::optional<QString> activeDeviceID();
+    double simulatorDisplayScale(const QString &device); // throws AppError
+    QString displayNameForDeviceID(const QString &udid) const;
+
+    void refreshInstalledApps();
+    void selectInstalledApp(const InstalledSimulatorApp &app);
+    void chooseAppBundle();
+    void setAppBundle(const QString &path);
+    void openTargetApp();
+    // Device operations used by generation throw AppError instead of setting lastError.
+    void ensureRecordedAppInstalled(const QString &device);
+    void launchRecordedApp(const QString &device, const QString &language);
+    void overrideStatusBar(const QString &device);
+    void resetStatusBar(const QString &device);
+
+    void refreshRecorderPreview();
 
     // ---------------------------------------------------- recording (recorder/)
     QString manualCaptureDirectory() const; // outputDirectory/manual

@@ -1,0 +1,24 @@
+#pragma once
+// The one way the model runs an external command (xcrun simctl, which, ...):
+// through /usr/bin/env with a search path that also covers the usual
+// developer-tool folders, collecting both output streams as text. A non-zero
+// exit becomes an AppError that names the command and carries the tool's own
+// complaint.
+
+#include <QString>
+#include <QStringList>
+
+namespace ProcessRunner {
+
+struct Result
+{
+    QString standardOutput; // empty when the bytes are not valid UTF-8
+    QString standardError;
+};
+
+// Blocks the calling thread until the child has exited. Throws AppError
+// ("Command failed: ...") on a non-zero exit, and the start error unchanged
+// when /usr/bin/env cannot be started. Safe to call from any thread.
+Result run(const QString &command, const QStringList &arguments, const QString &currentDirectory);
+
+} // namespace ProcessRunner
