@@ -1,0 +1,118 @@
+#include "TestSupport.h"
+#include "replay/ChildProcess.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTest>
+#include <csignal>
+#include <thread>
+
+namespace {
+
+QHash<QString, QString> plainEnvironment()
+{
+    return {{QStringLiteral("PATH"), QStringLiteral("/usr/bin:/bin")}};
+}
+
+ChildProcess::Output runShell(const QString &script, const QHash<QString, QString> &environment = plainEnvironment())
+{
+    ChildProcess child(QStringLiteral("sh"), {QStringLiteral("-c"), script}, QDir::tempPath(), environment);
+    if (!child.waitForExit(20000))
+        qFatal("child did not finish");
+    return child.output();
+}
+
+} // namespace
+
+class ChildProcessTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void largeOutputOnBothStreamsDoesNotBlock()
+    {
+        // Far more than a pipe holds, on both streams at once.
+        const auto output = runShell(QStringLiteral(
+            "head -c 204800 /dev/zero | tr '\\0' o; head -c 204800 /dev/zero | tr '\\0' e >&2"));
+        QCOMPARE(output.standardOutput.size(), 204800);
+        QCOMPARE(output.standardError.size(), 204800);
+        QVERIFY(!output.standardOutput.contains('e'));
+        QVERIFY(!output.standardError.contains('o'));
+    }
+
+    void exitStatusWorkingDirectoryAndEnvironment()
+    {
+        QTemporaryDir directory;
+        QHash<QString, QString> environment = plainEnvironment();
+        environment.insert(QStringLiteral("GREETING"), QStringLiteral("hello world"));
+        ChildProcess child(QStringLiteral("sh"),
+                           {QStringLiteral("-c"), QStringLiteral("pwd; echo \"$GREETING\"; echo oops >&2; exit 3")},
+                           directory.path(), environment);
+        QVERIFY(child.waitForExit(10000));
+        QVERIFY(!child.isRunning());
+        QCOMPARE(child.output().exitStatus, 3);
+        QVERIFY(child.output().exitedNormally);
+        const QString canonical = QDir(directory.path()).canonicalPath();
+        QCOMPARE(QString::fromUtf8(child.output().standardOutput), canonical + QStringLiteral("\nhello world\n"));
+        QCOMPARE(child.output().standardError, QByteArray("oops\n"));
+    }
+
+    void environmentIsExactlyTheGivenOne()
+    {
+        qputenv("VANTREL_CHILD_PROCESS_LEAK", "1");
+        const auto output = runShell(QStringLiteral("echo \"[$VANTREL_CHILD_PROCESS_LEAK]\""));
+        QCOMPARE(output.standardOutput, QByteArray("[]\n"));
+        QVERIFY(ChildProcess::currentEnvironment().contains(QStringLiteral("VANTREL_CHILD_PROCESS_LEAK")));
+        qunsetenv("VANTREL_CHILD_PROCESS_LEAK");
+    }
+
+    void missingCommandIsEnvsFailure()
+    {
+        const ChildProcess::Output output = [] {
+            ChildProcess child(QStringLiteral("vantrel-no-such-command"), {}, QDir::tempPath(), plainEnvironment());
+            child.waitForExit();
+            return child.output();
+        }();
+        QVERIFY(output.exitStatus != 0);
+        QVERIFY(output.standardError.contains("vantrel-no-such-command"));
+    }
+
+    void missingWorkingDirectoryFailsToStart()
+    {
+        QVERIFY_THROWS_EXCEPTION(std::runtime_error,
+                                 ChildProcess(QStringLiteral("true"), {}, QStringLiteral("/nonexistent/vantrel"),
+                                              plainEnvironment()));
+    }
+
+    void terminateFromAnotherThreadEndsTheChild()
+    {
+        ChildProcess child(QStringLiteral("sleep"), {QStringLiteral("30")}, QDir::tempPath(), plainEnvironment());
+        QVERIFY(!child.waitForExit(100));
+        QVERIFY(child.isRunning());
+        std::thread canceller([&child] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            child.terminate();
+        });
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(child.waitForExit(10000));
+        canceller.join();
+        QVERIFY(timer.elapsed() < 5000);
+        QCOMPARE(child.output().exitStatus, 128 + SIGTERM);
+        QVERIFY(!child.output().exitedNormally);
+        child.terminate(); // harmless once reaped
+    }
+
+    void destructorEndsARunningChild()
+    {
+        QElapsedTimer timer;
+        timer.start();
+        {
+            ChildProcess child(QStringLiteral("sleep"), {QStringLiteral("30")}, QDir::tempPath(), plainEnvironment());
+        }
+        QVERIFY(timer.elapsed() < 5000);
+    }
+};
+
+VANTREL_TEST(ChildProcessTest);
+#include "ChildProcessTest.moc"
