@@ -1,6 +1,6 @@
 #include "OperationDraft.h"
 
-#include "RealNumberText.h"
+#include "replay/RealNumberText.h"
 
 namespace {
 template <class... Ts> struct Overloaded : Ts... { using Ts::operator()...; };
