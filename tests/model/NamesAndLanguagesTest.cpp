@@ -1,0 +1,85 @@
+// Safe path components and the language list.
+
+#include "TestSupport.h"
+
+#include "model/AppModel.h"
+#include "model/LanguageCatalog.h"
+#include "model/PathSanitizer.h"
+#include "platform/scripted/ScriptedPlatformServices.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+class NamesAndLanguagesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void sanitizer_data()
+    {
+        QTest::addColumn<QString>("input");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("cyrillic") << QString("Мой проект!!") << QString("Мой-проект");
+        QTest::newRow("parent dir") << QString("../") << QString("capture");
+        QTest::newRow("double blank") << QString("a  b") << QString("a-b");
+        QTest::newRow("dashes") << QString("--x--") << QString("x");
+        QTest::newRow("slashes") << QString("a/b\\c") << QString("a-b-c");
+        QTest::newRow("control chars") << QString("a\nb\tc\x01") << QString("a-b-c");
+        QTest::newRow("dots kept inside") << QString("v1.2_final") << QString("v1.2_final");
+        QTest::newRow("leading dots") << QString("...hidden") << QString("hidden");
+        QTest::newRow("combining mark") << QString("e\u0301t\u00e9") << QString("e\u0301t\u00e9");
+        QTest::newRow("emoji only") << QString(300, QChar(0x2728)) << QString("capture");
+        QTest::newRow("astral emoji between") << QString::fromUtf8("a\xF0\x9F\x98\x80" "b") << QString("a-b");
+        QTest::newRow("empty") << QString() << QString("capture");
+    }
+
+    void sanitizer()
+    {
+        QFETCH(QString, input);
+        QFETCH(QString, expected);
+        QCOMPARE(PathSanitizer::component(input), expected);
+    }
+
+    void sanitizerCapsVeryLongNames()
+    {
+        const QString result = PathSanitizer::component(QString(400, QChar(0x0416)));
+        QCOMPARE(result.size(), PathSanitizer::maximumLength);
+        QVERIFY(result.toUtf8().size() < 255);
+    }
+
+    void catalogue()
+    {
+        const auto &options = LanguageCatalog::options();
+        QCOMPARE(options.size(), 50);
+        QCOMPARE(options.first().code, QString("ar"));
+        QCOMPARE(options.last().code, QString("vi"));
+        QCOMPARE(LanguageCatalog::label("en-US"), QString("English (United States)"));
+        QCOMPARE(LanguageCatalog::label("ja-JP"), QString("Japanese"));
+        QCOMPARE(LanguageCatalog::label("zh-Hant"), QString("Chinese (Traditional)"));
+        QCOMPARE(LanguageCatalog::label("xx-YY"), QString("xx-YY"));
+        QCOMPARE(LanguageCatalog::label("EN-US"), QString("EN-US"));
+    }
+
+    void editingLanguagesSavesInSelectionOrder()
+    {
+        QTemporaryDir root;
+        AppModel model(root.path(), std::make_unique<ScriptedPlatformServices>());
+        model.loadSavedProject();
+        model.toggleLanguage("en-US");
+        QVERIFY(model.project.languages.isEmpty());
+        model.toggleLanguage("pt-BR");
+        model.addCustomLanguage("  de-DE \n");
+        model.addCustomLanguage("de-DE");
+        model.addCustomLanguage("DE-de");
+        model.addCustomLanguage("   ");
+        model.toggleLanguage("ar");
+        QCOMPARE(model.project.languages, (QStringList{"pt-BR", "de-DE", "DE-de", "ar"}));
+
+        AppModel reloaded(root.path(), std::make_unique<ScriptedPlatformServices>());
+        reloaded.loadSavedProject();
+        QCOMPARE(reloaded.project.languages, model.project.languages);
+    }
+};
+
+VANTREL_TEST(NamesAndLanguagesTest);
+#include "NamesAndLanguagesTest.moc"
