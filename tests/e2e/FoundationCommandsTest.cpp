@@ -1,0 +1,127 @@
+// The first commands of the real `vantrel` binary on a private data root.
+
+#include "TestSupport.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+struct Run
+{
+    int status = -1;
+    QString out;
+    QString err;
+};
+
+// Runs vantrel with no simulator tools on PATH, so start-up stays quick.
+Run vantrel(const QStringList &arguments, const QProcessEnvironment &extra = {})
+{
+    QProcess process;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert("PATH", "/nonexistent");
+    env.remove("VANTREL_HOME");
+    for (const QString &key : extra.keys())
+        env.insert(key, extra.value(key));
+    process.setProcessEnvironment(env);
+    process.start(TestSupport::vantrelBinary(), arguments);
+    process.waitForFinished(60000);
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+} // namespace
+
+class FoundationCommandsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void firstStatusLeavesASavedBlankProject()
+    {
+        QTemporaryDir root;
+        const Run run = vantrel({"--root", root.path(), "status", "--json"});
+        QCOMPARE(run.status, 0);
+        const QJsonObject status = QJsonDocument::fromJson(run.out.toUtf8()).object();
+        const QString id = status.value("projectID").toString();
+        QCOMPARE(id.size(), 36);
+        QCOMPARE(status.value("displayName").toString(), QString("Untitled Project"));
+        QCOMPARE(status.value("languages").toArray().first().toObject().value("label").toString(),
+                 QString("English (United States)"));
+        QCOMPARE(status.value("outputDirectory").toString(),
+                 root.path() + "/output/untitled-project-" + id.left(8).toLower());
+        for (const QString &file : {"/.quillmark/projects/" + id + ".json", QString("/.quillmark/project.json"),
+                                    QString("/.quillmark/current-project-id.txt")})
+            QVERIFY2(QFile::exists(root.path() + file), qPrintable(file));
+
+        // A second command finds the same project again.
+        const Run again = vantrel({"--root", root.path(), "project", "show"});
+        QCOMPARE(QJsonDocument::fromJson(again.out.toUtf8()).object().value("projectID").toString(), id);
+    }
+
+    void environmentRootAndOptionPrecedence()
+    {
+        QTemporaryDir fromEnvironment;
+        QTemporaryDir fromOption;
+        QProcessEnvironment env;
+        env.insert("VANTREL_HOME", fromEnvironment.path());
+        QCOMPARE(vantrel({"status"}, env).status, 0);
+        QVERIFY(QFile::exists(fromEnvironment.path() + "/.quillmark/project.json"));
+        QCOMPARE(vantrel({"--root", fromOption.path(), "status"}, env).status, 0);
+        QVERIFY(QFile::exists(fromOption.path() + "/.quillmark/project.json"));
+    }
+
+    void corruptProjectFailsAndStaysOnDisk()
+    {
+        QTemporaryDir root;
+        TestSupport::writeFile(root.path() + "/.quillmark/current-project-id.txt", "ABC");
+        const QByteArray corrupt = R"({"schemaVersion": 2, "appName": 5})";
+        TestSupport::writeFile(root.path() + "/.quillmark/projects/ABC.json", corrupt);
+        const Run run = vantrel({"--root", root.path(), "status"});
+        QCOMPARE(run.status, 1);
+        QVERIFY2(run.err.startsWith("Could not load saved project: "), qPrintable(run.err));
+        QCOMPARE(TestSupport::readFile(root.path() + "/.quillmark/projects/ABC.json"), corrupt);
+    }
+
+    void languagesCommands()
+    {
+        QTemporaryDir root;
+        QCOMPARE(vantrel({"--root", root.path(), "languages", "toggle", "de-DE"}).status, 0);
+        QCOMPARE(vantrel({"--root", root.path(), "languages", "add", "  pt-BR "}).status, 0);
+        const Run list = vantrel({"--root", root.path(), "languages", "--json"});
+        const QJsonArray languages = QJsonDocument::fromJson(list.out.toUtf8()).array();
+        QCOMPARE(languages.size(), 3);
+        QCOMPARE(languages.at(2).toObject().value("code").toString(), QString("pt-BR"));
+        QCOMPARE(languages.at(1).toObject().value("label").toString(), QString("German (Germany)"));
+        QCOMPARE(vantrel({"--root", root.path(), "languages", "catalog"}).out.count('\n'), 50);
+    }
+
+    void usageErrors_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("status");
+        QTest::newRow("no command") << QStringList{} << 2;
+        QTest::newRow("unknown command") << QStringList{"frobnicate"} << 2;
+        QTest::newRow("unknown option") << QStringList{"--frob"} << 2;
+        QTest::newRow("bad languages action") << QStringList{"languages", "shuffle"} << 2;
+        QTest::newRow("help") << QStringList{"--help"} << 0;
+        QTest::newRow("command help") << QStringList{"languages", "--help"} << 0;
+        QTest::newRow("version") << QStringList{"--version"} << 0;
+    }
+
+    void usageErrors()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, status);
+        QTemporaryDir root;
+        QCOMPARE(vantrel(QStringList{"--root", root.path()} + arguments).status, status);
+    }
+};
+
+VANTREL_TEST(FoundationCommandsTest);
+#include "FoundationCommandsTest.moc"
