@@ -13,11 +13,15 @@
 // background work do so through awaitFuture/awaitBackground (Await.h), which
 // keep the event loop running.
 
+#include "app/QuickStartRow.h"
+#include "app/Readiness.h"
 #include "app/ReviewImage.h"
 #include "generation/RunProgress.h"
+#include "generation/ScreenshotValidationIssue.h"
 #include "model/ProjectLibraryItem.h"
 #include "model/ScreenshotProject.h"
 #include "platform/PlatformServices.h"
+#include "replay/XCTestReplayStep.h"
 #include "simulator/InstalledSimulatorApp.h"
 #include "simulator/ProcessRunner.h"
 #include "simulator/SimulatorDevice.h"
@@ -26,6 +30,7 @@
 #include <QHash>
 #include <QImage>
 #include <QObject>
+#include <QPointer>
 #include <QPointF>
 #include <QSizeF>
 #include <QString>
@@ -177,8 +182,57 @@ public:
     std::optional<QString> existingLastManualCaptureURL() const;
 
     // ------------------------------------------------- generation (generation/)
+    // The recorded run: one worker that changes state only through calls onto
+    // the main thread. start cancels a run in flight first; cancelRun ends a
+    // running build at once.
+    void startRecordedAttachedCapture();
+    void cancelRun();
+    static void runRecordedAttachedCapture(QPointer<AppModel> model, std::shared_ptr<std::atomic_bool> cancelled);
+    void validateRecordedAttachedProject() const; // throws AppError
+    static bool flowNeedsReplayEngine(const QList<ScreenDraft> &screens);
+    static void ensureXCUITestReplayAvailableIfNeeded(const QList<ScreenDraft> &screens); // throws AppError
+    static QString driftStopMessage();
+    static RunOutcome cancelledOutcome(qint64 completed, qint64 total);
+
+    // Progress per language and device.
+    QHash<QString, RunProgress> initializedRunProgress() const;
+    void updateRunProgress(const QString &language, const QString &deviceID, qint64 completed, RunProgressState state);
+    void incrementRunProgress(const QString &language, const QString &deviceID);
+    void markUnfinishedProgressIdle();
+    void markRunningProgressFailed();
+    qint64 completedRunProgressCount() const;
+
+    // The recorded flow as replay steps; recorded waits are shortened and clamped.
+    static double replayWait(double recordedSeconds);
+    static QList<XCTestReplayStep> replaySteps(const QList<ScreenDraft> &screens);
+
+    // Drift of generated screenshots from the recorded references.
+    QList<ScreenshotValidationIssue> validateGeneratedScreens(const QString &outputDirectory, const QString &language,
+                                                              const QString &deviceName); // throws AppError
+    std::optional<QString> referenceCheckpointURL(qint64 screenNumber, const QString &fallbackName) const;
+    QString needsReviewDirectory(const QString &language, const QString &deviceName) const;
+    void moveSuspiciousScreenshotToNeedsReview(const QString &url, const QString &filename, const QString &language,
+                                               const QString &deviceName); // throws AppError
+
+    // The configuration file for the command-line generator.
+    void validateRunnableProject() const; // throws AppError
+    QString generatedConfigURL() const;   // workspace/generated-config.yaml
+    QString writeGeneratedConfig() const; // throws AppError; returns the file's path
 
     // ------------------------------------------------ readiness and review (app/)
+    // Readiness: derived on every read from the project and platform facts.
+    QList<ProductPreflightCheck> preflightChecks();
+    static bool isReplayEngineAvailable();
+    bool canRunAutomatedCapture() const;
+    bool canRunRecordedAttachedCapture() const;
+    bool hasCompleteRunSelection() const; // app, devices, languages and checkpoints chosen
+    std::optional<QString> recordedFlowReplayIssue() const;
+    static std::optional<QString> recordedFlowReplayIssue(const QList<ScreenDraft> &screens);
+    QString runReadinessMessage() const;
+    qint64 runDeviceCount() const;
+    qint64 runTotalCount() const;
+    QList<QuickStartRow> quickStartRows();
+
     void refreshReviewImages();
 
 signals:

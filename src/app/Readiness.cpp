@@ -1,0 +1,116 @@
+// Readiness before a run: pure, read-only values derived from the project
+// and a few platform facts, recomputed on every read, so they change as soon
+// as the project does.
+
+#include "Readiness.h"
+
+#include "model/AppModel.h"
+#include "replay/XCUITestReplay.h"
+
+#include <QFileInfo>
+#include <QtNumeric>
+#include <algorithm>
+
+namespace {
+
+bool isAction(const OperationDraft &operation) { return !operation.isWait(); }
+
+} // namespace
+
+std::optional<QString> AppModel::recordedFlowReplayIssue(const QList<ScreenDraft> &screens)
+{
+    // Reaching the first checkpoint needs no action, by design; every later
+    // one must be reached by a tap, a swipe or typed text.
+    for (qsizetype i = 1; i < screens.size(); ++i) {
+        const QList<OperationDraft> &operations = screens.at(i).operations;
+        if (std::any_of(operations.begin(), operations.end(), isAction))
+            continue;
+        return QStringLiteral("Checkpoint %1 has no recorded tap, swipe, or typed text. Click or drag inside "
+                              "the real Simulator window before saving each later checkpoint.")
+            .arg(i + 1, 2, 10, QLatin1Char('0'));
+    }
+    return std::nullopt;
+}
+
+std::optional<QString> AppModel::recordedFlowReplayIssue() const
+{
+    return recordedFlowReplayIssue(project.screens);
+}
+
+bool AppModel::isReplayEngineAvailable()
+{
+    try {
+        XCUITestReplay::ensureAvailable();
+        return true;
+    } catch (...) {
+        return false; // the reason is shown when a run needs the engine
+    }
+}
+
+QList<ProductPreflightCheck> AppModel::preflightChecks()
+{
+    const ScreenshotProject &p = project;
+    return {
+        {QStringLiteral("Simulator attached"),
+         p.attachedDeviceName.value_or(QStringLiteral("Attach a running iOS Simulator")), !p.devices.isEmpty()},
+        {QStringLiteral("App detected"), p.appName.isEmpty() ? QStringLiteral("Detect the foreground app") : p.appName,
+         !p.bundleId.isEmpty()},
+        {QStringLiteral("Languages selected"), QString::number(p.languages.size()) + QStringLiteral(" locales"),
+         !p.languages.isEmpty()},
+        {QStringLiteral("Flow recorded"), QString::number(p.screens.size()) + QStringLiteral(" checkpoints"),
+         !p.screens.isEmpty()},
+        {QStringLiteral("Simulator click access"), QStringLiteral("Accessibility permission"),
+         platform().isAccessibilityTrusted()},
+        {QStringLiteral("Replay engine ready"), QStringLiteral("Xcode XCUITest runner"), isReplayEngineAvailable()},
+    };
+}
+
+bool AppModel::hasCompleteRunSelection() const
+{
+    return !project.bundleId.isEmpty() && !project.devices.isEmpty() && !project.languages.isEmpty()
+           && !project.screens.isEmpty();
+}
+
+bool AppModel::canRunAutomatedCapture() const
+{
+    return !project.appPath.isEmpty() && QFileInfo::exists(project.appPath) && hasCompleteRunSelection();
+}
+
+bool AppModel::canRunRecordedAttachedCapture() const
+{
+    return project.appPath.isEmpty() && hasCompleteRunSelection() && !recordedFlowReplayIssue();
+}
+
+QString AppModel::runReadinessMessage() const
+{
+    if (canRunAutomatedCapture())
+        return QStringLiteral("Ready to generate from the selected .app build and recorded screen flow.");
+    if (canRunRecordedAttachedCapture())
+        return QStringLiteral("Ready to generate by replaying the recorded simulator flow for every selected language.");
+    if (project.devices.isEmpty())
+        return QStringLiteral("Attach to a booted simulator or select a device first.");
+    if (project.languages.isEmpty())
+        return QStringLiteral("Select at least one language.");
+    if (project.screens.isEmpty())
+        return QStringLiteral("Record a flow and save at least one checkpoint in Recorder.");
+    if (const std::optional<QString> issue = recordedFlowReplayIssue())
+        return *issue;
+    if (!project.bundleId.isEmpty())
+        return QStringLiteral("Runs is not ready yet. Check Recorder, Languages, and Devices.");
+    return QStringLiteral("Select the installed app bundle ID in Recorder so the app can relaunch for each language.");
+}
+
+qint64 AppModel::runDeviceCount() const
+{
+    return project.devices.isEmpty() ? 1 : project.devices.size();
+}
+
+qint64 AppModel::runTotalCount() const
+{
+    qint64 perDevice = 0;
+    qint64 total = 0;
+    if (qMulOverflow(runDeviceCount(), qint64(project.languages.size()), &perDevice)
+        || qMulOverflow(perDevice, qint64(project.screens.size()), &total))
+        qFatal("The run's screenshot count does not fit in a 64-bit integer.");
+    return total;
+}

@@ -1,0 +1,39 @@
+// The configuration file for generation from a chosen .app build by the
+// command-line generator: the checks before such a run and where the file goes.
+
+#include "ConfigWriter.h"
+#include "model/AppError.h"
+#include "model/AppModel.h"
+#include "model/AtomicFile.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+void AppModel::validateRunnableProject() const
+{
+    if (project.appPath.isEmpty() || !QFileInfo::exists(project.appPath))
+        throw AppError(QStringLiteral("Choose a valid .app bundle for full generation. "
+                                      "Attached simulator sessions can use Recorder > Capture Current."));
+    if (project.bundleId.isEmpty())
+        throw AppError(QStringLiteral("Bundle ID is missing."));
+    if (project.devices.isEmpty())
+        throw AppError(QStringLiteral("Select at least one simulator."));
+    if (project.languages.isEmpty())
+        throw AppError(QStringLiteral("Select at least one language."));
+    if (project.screens.isEmpty())
+        throw AppError(QStringLiteral("Add at least one screenshot screen."));
+}
+
+QString AppModel::generatedConfigURL() const
+{
+    return workspaceDirectory() + QStringLiteral("/generated-config.yaml");
+}
+
+QString AppModel::writeGeneratedConfig() const
+{
+    if (!QDir().mkpath(workspaceDirectory()))
+        throw AppError(QStringLiteral("Could not create the folder %1.").arg(workspaceDirectory()));
+    const QString location = generatedConfigURL();
+    AtomicFile::write(location, ConfigWriter::yaml(project).toUtf8());
+    return location;
+}

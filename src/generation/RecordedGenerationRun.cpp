@@ -1,0 +1,331 @@
+// The recorded generation run: for every device and language, relaunch the
+// app in that language, replay the recorded checkpoints through the UI-test
+// runner, count and check the screenshots. The run is one worker; it blocks
+// on device commands and the build, and changes model state only through
+// calls onto the main thread.
+
+#include "MainThreadCall.h"
+#include "model/AppError.h"
+#include "model/AppModel.h"
+#include "model/Await.h"
+#include "model/PathSanitizer.h"
+#include "replay/XCUITestReplay.h"
+#include "simulator/ProcessRunner.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QThreadPool>
+#include <QtConcurrent/QtConcurrentRun>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
+namespace {
+
+using CancelFlag = std::shared_ptr<std::atomic_bool>;
+
+// Thrown on the worker when the user cancelled between two steps.
+struct RunCancelled
+{
+};
+
+// Runs of their own, so that a run blocking for minutes never starves the
+// shared pool that main-thread operations await their device commands on.
+QThreadPool &runPool()
+{
+    static QThreadPool pool;
+    pool.setMaxThreadCount(2); // a cancelled run may still be winding down
+    return pool;
+}
+
+QString describe(const std::exception &error) { return QString::fromUtf8(error.what()); }
+
+// While a replay is in flight, ends its build as soon as the run is
+// cancelled, also when the cancel came just before the build was started.
+class BuildCanceller
+{
+public:
+    explicit BuildCanceller(CancelFlag cancelled)
+        : m_thread([this, cancelled](std::stop_token stop) {
+              std::unique_lock lock(m_mutex);
+              while (!stop.stop_requested()) {
+                  if (cancelled->load())
+                      XCUITestReplay::cancelActiveRuns();
+                  m_wake.wait_for(lock, stop, std::chrono::milliseconds(50), [] { return false; });
+              }
+          })
+    {
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable_any m_wake;
+    std::jthread m_thread; // last: stopped and joined first
+};
+
+class RecordedRun
+{
+public:
+    RecordedRun(QPointer<AppModel> model, CancelFlag cancelled)
+        : m_model(std::move(model)), m_cancelled(std::move(cancelled))
+    {
+    }
+
+    void execute();
+
+private:
+    template <class F> auto onMain(F job) { return callOnMainThread(m_model, std::move(job)); }
+    void log(const QString &message)
+    {
+        onMain([message](AppModel &m) { m.appendLog(message); });
+    }
+    void checkCancelled() const
+    {
+        if (m_cancelled->load())
+            throw RunCancelled{};
+    }
+    bool isCurrentRun(const AppModel &m) const { return m.runCancelRequested == m_cancelled; }
+
+    void prepare();
+    void prepareDevice(const QString &device);
+    void runPair(const QString &device, const QString &language);
+    QString runCommand(const QStringList &arguments, const QString &command = QStringLiteral("xcrun"));
+    void checkScreenshots(const QString &outputDirectory, const QString &language, const QString &deviceName);
+
+    void finishSucceeded();
+    void finishCancelled();
+    void finishFailed(const QString &description);
+    void finish(AppModel &m);
+
+    QPointer<AppModel> m_model;
+    CancelFlag m_cancelled;
+    ScreenshotProject m_project; // the project as it was when the run started
+    QString m_packageRoot;
+    QString m_workspace;
+};
+
+void RecordedRun::execute()
+{
+    try {
+        prepare();
+        for (const QString &device : m_project.devices) {
+            checkCancelled();
+            prepareDevice(device);
+            for (const QString &language : m_project.languages) {
+                checkCancelled();
+                runPair(device, language);
+            }
+        }
+        checkCancelled();
+        finishSucceeded();
+    } catch (const ModelGone &) {
+        // Nobody is left to report to.
+    } catch (const RunCancelled &) {
+        finishCancelled();
+    } catch (const std::exception &error) {
+        // A build ended by a cancel fails like any other; the flag tells them apart.
+        if (m_cancelled->load())
+            finishCancelled();
+        else
+            finishFailed(describe(error));
+    }
+}
+
+void RecordedRun::prepare()
+{
+    onMain([this](AppModel &m) {
+        m.validateRecordedAttachedProject();
+        m_project = m.project;
+        m_packageRoot = m.packageRoot();
+        m_workspace = m.workspaceDirectory();
+    });
+    AppModel::ensureXCUITestReplayAvailableIfNeeded(m_project.screens);
+    onMain([](AppModel &m) {
+        m.runProgress = m.initializedRunProgress();
+        m.isRunning = true;
+        emit m.changed();
+    });
+}
+
+QString RecordedRun::runCommand(const QStringList &arguments, const QString &command)
+{
+    return ProcessRunner::run(command, arguments, m_packageRoot).standardOutput;
+}
+
+void RecordedRun::prepareDevice(const QString &device)
+{
+    try {
+        runCommand({QStringLiteral("simctl"), QStringLiteral("boot"), device});
+    } catch (const AppError &) {
+        // Already booted: the run goes on with the device as it is.
+    }
+    checkCancelled();
+    runCommand({QStringLiteral("-a"), QStringLiteral("Simulator"), QStringLiteral("--args"),
+                QStringLiteral("-CurrentDeviceUDID"), device},
+               QStringLiteral("open"));
+    checkCancelled();
+    runCommand({QStringLiteral("simctl"), QStringLiteral("bootstatus"), device, QStringLiteral("-b")});
+    checkCancelled();
+    onMain([device](AppModel &m) { m.ensureRecordedAppInstalled(device); });
+}
+
+void RecordedRun::runPair(const QString &device, const QString &language)
+{
+    const QString deviceName = onMain([&](AppModel &m) {
+        m.updateRunProgress(language, device, 0, RunProgressState::running);
+        const QString name = m.displayNameForDeviceID(device);
+        m.appendLog(QStringLiteral("Running ") + name + QStringLiteral(" / ") + language);
+        return name;
+    });
+    onMain([&](AppModel &m) {
+        m.launchRecordedApp(device, language);
+        m.overrideStatusBar(device);
+    });
+    checkCancelled();
+
+    const QString outputDirectory = m_project.outputDirectory + QLatin1Char('/') + PathSanitizer::component(language)
+                                    + QLatin1Char('/') + PathSanitizer::component(deviceName);
+    if (!QDir().mkpath(outputDirectory))
+        throw AppError(QStringLiteral("Could not create the folder %1.").arg(outputDirectory));
+
+    log(QStringLiteral("Replaying %1 checkpoints for %2").arg(m_project.screens.size()).arg(language));
+    {
+        BuildCanceller canceller(m_cancelled);
+        QPointer<AppModel> model = m_model;
+        XCUITestReplay::run(AppModel::replaySteps(m_project.screens), m_project.bundleId, device, m_workspace,
+                            outputDirectory, [model, language, device](const QString &) {
+                                // Queued, not blocking: a burst of lines is counted in order
+                                // without holding the build back.
+                                QMetaObject::invokeMethod(
+                                    model.data(),
+                                    [model, language, device] {
+                                        if (model)
+                                            model->incrementRunProgress(language, device);
+                                    },
+                                    Qt::QueuedConnection);
+                            });
+    }
+    checkCancelled();
+    onMain([&](AppModel &m) { m.resetStatusBar(device); });
+
+    const QFileInfoList files = QDir(outputDirectory).entryInfoList(QDir::Files);
+    const qint64 count = std::count_if(files.begin(), files.end(), [](const QFileInfo &file) {
+        return file.suffix().toLower() == QLatin1String("png");
+    });
+    onMain([&](AppModel &m) { m.updateRunProgress(language, device, count, RunProgressState::done); });
+    checkScreenshots(outputDirectory, language, deviceName);
+}
+
+void RecordedRun::checkScreenshots(const QString &outputDirectory, const QString &language,
+                                   const QString &deviceName)
+{
+    onMain([&](AppModel &m) {
+        const QList<ScreenshotValidationIssue> issues = m.validateGeneratedScreens(outputDirectory, language, deviceName);
+        if (issues.isEmpty())
+            return;
+        QStringList names;
+        for (const ScreenshotValidationIssue &issue : issues) {
+            m.appendLog(issue.filename + QStringLiteral(" drift ") + QString::number(issue.driftScore, 'f', 2));
+            names.append(issue.filename);
+        }
+        m.appendLog(QStringLiteral("Stopped: suspicious screenshots moved to _needs-review: ")
+                    + names.join(QStringLiteral(", ")));
+        throw AppError(AppModel::driftStopMessage());
+    });
+}
+
+// Every ending shows the gallery as the run left it (drifted pictures have
+// moved), and frees the model for the next run unless one has started since.
+void RecordedRun::finish(AppModel &m)
+{
+    m.refreshReviewImages();
+    if (isCurrentRun(m)) {
+        m.isRunning = false;
+        m.runTask = QFuture<void>();
+    }
+    emit m.changed();
+}
+
+void RecordedRun::finishSucceeded()
+{
+    onMain([this](AppModel &m) {
+        m.appendLog(QStringLiteral("Recorded flow generation complete."));
+        const qint64 completed = m.completedRunProgressCount();
+        m.lastRunOutcome = RunOutcome{RunOutcomeKind::success, QStringLiteral("Generation complete"),
+                                      QStringLiteral("Generated %1 of %2 screenshots.").arg(completed).arg(m.runTotalCount()),
+                                      completed, ReferenceDate::now()};
+        finish(m);
+    });
+}
+
+void RecordedRun::finishCancelled()
+{
+    onMain([this](AppModel &m) {
+        m.markUnfinishedProgressIdle();
+        m.appendLog(QStringLiteral("Generation cancelled."));
+        m.lastRunOutcome = AppModel::cancelledOutcome(m.completedRunProgressCount(), m.runTotalCount());
+        finish(m);
+    });
+}
+
+void RecordedRun::finishFailed(const QString &description)
+{
+    onMain([&](AppModel &m) {
+        m.markRunningProgressFailed();
+        m.lastRunOutcome = RunOutcome{RunOutcomeKind::failed, QStringLiteral("Generation failed"), description,
+                                      m.completedRunProgressCount(), ReferenceDate::now()};
+        m.setLastError(description);
+        finish(m);
+    });
+}
+
+} // namespace
+
+QString AppModel::driftStopMessage()
+{
+    return QStringLiteral("Generated screenshots drifted from the recorded flow. Check output/_needs-review and "
+                          "re-record from the last good checkpoint.");
+}
+
+RunOutcome AppModel::cancelledOutcome(qint64 completed, qint64 total)
+{
+    return RunOutcome{RunOutcomeKind::cancelled, QStringLiteral("Generation cancelled"),
+                      QStringLiteral("%1 of %2 screenshots completed.").arg(completed).arg(total), completed,
+                      ReferenceDate::now()};
+}
+
+void AppModel::startRecordedAttachedCapture()
+{
+    assertMainThread();
+    // One run at a time: a previous one is ended and allowed to wind down
+    // (it reports its own cancellation) before the next one starts. It may
+    // no longer be in runTask when a cancel cleared it, so the pool tells.
+    if (runTask.isRunning()) {
+        runCancelRequested->store(true);
+        XCUITestReplay::cancelActiveRuns();
+    }
+    while (runPool().activeThreadCount() > 0)
+        awaitDelay(0.02);
+    runCancelRequested = std::make_shared<std::atomic_bool>(false);
+    runTask = QtConcurrent::run(&runPool(), runRecordedAttachedCapture, QPointer<AppModel>(this), runCancelRequested);
+    emit changed();
+}
+
+void AppModel::runRecordedAttachedCapture(QPointer<AppModel> model, std::shared_ptr<std::atomic_bool> cancelled)
+{
+    RecordedRun(std::move(model), std::move(cancelled)).execute();
+}
+
+void AppModel::cancelRun()
+{
+    assertMainThread();
+    runCancelRequested->store(true);
+    runTask = QFuture<void>();
+    XCUITestReplay::cancelActiveRuns();
+    isRunning = false;
+    markUnfinishedProgressIdle();
+    appendLog(QStringLiteral("Cancel requested."));
+    lastRunOutcome = cancelledOutcome(completedRunProgressCount(), runTotalCount());
+    emit changed();
+}

@@ -1,0 +1,76 @@
+// The progress map of a run: one entry per language and device, keyed
+// "language|device". Every change happens on the main thread.
+
+#include "model/AppModel.h"
+
+#include <algorithm>
+
+namespace {
+
+// The expected count for a pair: one per screen, and never 0, so that a
+// progress bar always has something to fill.
+qint64 screenTotal(const ScreenshotProject &project)
+{
+    return std::max<qint64>(project.screens.size(), 1);
+}
+
+} // namespace
+
+QHash<QString, RunProgress> AppModel::initializedRunProgress() const
+{
+    QHash<QString, RunProgress> progress;
+    const qint64 total = screenTotal(project);
+    for (const QString &device : project.devices)
+        for (const QString &language : project.languages)
+            progress.insert(RunProgress::key(language, device),
+                            {language, device, 0, total, RunProgressState::queued});
+    return progress;
+}
+
+void AppModel::updateRunProgress(const QString &language, const QString &deviceID, qint64 completed,
+                                 RunProgressState state)
+{
+    assertMainThread();
+    const QString key = RunProgress::key(language, deviceID);
+    const auto existing = runProgress.constFind(key);
+    const qint64 total = existing != runProgress.cend() ? existing->total : screenTotal(project);
+    runProgress.insert(key, {language, deviceID, std::clamp<qint64>(completed, 0, total), total, state});
+    emit changed();
+}
+
+void AppModel::incrementRunProgress(const QString &language, const QString &deviceID)
+{
+    assertMainThread();
+    const QString key = RunProgress::key(language, deviceID);
+    RunProgress entry = runProgress.value(key, {language, deviceID, 0, screenTotal(project), RunProgressState::idle});
+    entry.completed = std::min(entry.completed + 1, entry.total);
+    entry.state = RunProgressState::running;
+    runProgress.insert(key, entry);
+    emit changed();
+}
+
+void AppModel::markUnfinishedProgressIdle()
+{
+    assertMainThread();
+    for (RunProgress &entry : runProgress)
+        if (entry.state == RunProgressState::queued || entry.state == RunProgressState::running)
+            entry.state = RunProgressState::idle;
+    emit changed();
+}
+
+void AppModel::markRunningProgressFailed()
+{
+    assertMainThread();
+    for (RunProgress &entry : runProgress)
+        if (entry.state == RunProgressState::running)
+            entry.state = RunProgressState::failed;
+    emit changed();
+}
+
+qint64 AppModel::completedRunProgressCount() const
+{
+    qint64 sum = 0;
+    for (const RunProgress &entry : runProgress)
+        sum += entry.completed;
+    return sum;
+}

@@ -1,0 +1,171 @@
+// Drift scores, the threshold, and what validation does with drifted,
+// missing and uncheckable screenshots.
+
+#include "TestSupport.h"
+#include "generation/ScreenshotDriftDetector.h"
+#include "model/AppModel.h"
+#include "platform/scripted/ScriptedPlatformServices.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QImage>
+#include <QPainter>
+#include <QTest>
+
+namespace {
+
+QImage filled(QColor color, QSize size = {120, 260})
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(color);
+    return image;
+}
+
+// A screen with a bar of `barColor` over the top part of `fraction` of its height.
+QImage withBar(QColor background, QColor barColor, double fraction, QSize size = {120, 260})
+{
+    QImage image = filled(background, size);
+    QPainter painter(&image);
+    painter.fillRect(QRectF(0, 0, size.width(), size.height() * fraction), barColor);
+    return image;
+}
+
+QByteArray samplesOf(const QImage &image) { return *ScreenshotDriftDetector::samples(image); }
+
+// Thumbnails whose red, green and blue channels differ by `delta` everywhere.
+std::pair<QByteArray, QByteArray> offsetPair(int delta)
+{
+    QByteArray a(ScreenshotDriftDetector::sampleByteCount, char(0));
+    QByteArray b = a;
+    for (int p = 0; p < a.size(); p += 4) {
+        for (int c = 0; c < 3; ++c)
+            b[p + c] = char(delta);
+        a[p + 3] = char(255);
+    }
+    return {a, b};
+}
+
+} // namespace
+
+class ScreenshotDriftTest : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> m_root;
+    std::unique_ptr<AppModel> m_model;
+
+    QString outputDirectory() const { return m_model->project.outputDirectory + QStringLiteral("/de-DE/iPhone"); }
+    void save(const QImage &image, const QString &path)
+    {
+        QDir().mkpath(QFileInfo(path).absolutePath());
+        QVERIFY(image.save(path));
+    }
+
+private slots:
+    void init()
+    {
+        m_root = std::make_unique<QTemporaryDir>();
+        m_model = std::make_unique<AppModel>(m_root->path(), std::make_unique<ScriptedPlatformServices>());
+        ScreenDraft home;
+        home.name = QStringLiteral("Home");
+        ScreenDraft settings;
+        settings.name = QStringLiteral("Set tings?");
+        m_model->project.screens = {home, settings};
+    }
+
+    void thumbnailIs32By70Rgba()
+    {
+        const QByteArray bytes = samplesOf(filled(QColor(10, 20, 30)));
+        QCOMPARE(bytes.size(), 8960);
+        QCOMPARE(quint8(bytes[0]), quint8(10));
+        QCOMPARE(quint8(bytes[1]), quint8(20));
+        QCOMPARE(quint8(bytes[2]), quint8(30));
+        QCOMPARE(quint8(bytes[3]), quint8(255));
+        QVERIFY(!ScreenshotDriftDetector::samples(QImage()));
+    }
+
+    void scores_data()
+    {
+        QTest::addColumn<QImage>("a");
+        QTest::addColumn<QImage>("b");
+        QTest::addColumn<double>("expected");
+        QTest::newRow("identical") << filled(Qt::white) << filled(Qt::white) << 0.0;
+        QTest::newRow("black against white") << filled(Qt::black) << filled(Qt::white) << 1.0;
+        QTest::newRow("other proportions are stretched")
+            << filled(QColor(40, 80, 120), {300, 300}) << filled(QColor(40, 80, 120), {90, 400}) << 0.0;
+        QTest::newRow("half the screen covered") << filled(Qt::white) << withBar(Qt::white, Qt::black, 0.5) << 0.5;
+    }
+
+    void scores()
+    {
+        QFETCH(QImage, a);
+        QFETCH(QImage, b);
+        QFETCH(double, expected);
+        QVERIFY(qAbs(ScreenshotDriftDetector::score(samplesOf(a), samplesOf(b)) - expected) < 0.01);
+    }
+
+    void scoreIgnoresAlpha()
+    {
+        auto [a, b] = offsetPair(0);
+        b[3] = char(0);
+        QCOMPARE(ScreenshotDriftDetector::score(a, b), 0.0);
+    }
+
+    void thresholdIsInclusive()
+    {
+        // A uniform offset of d gives the score d / 255: 46 / 255 = 0.1804 fails, 45 / 255 = 0.1765 passes.
+        auto [a, b] = offsetPair(45);
+        QVERIFY(ScreenshotDriftDetector::score(a, b) <= AppModel::screenshotDriftThreshold);
+        std::tie(a, b) = offsetPair(46);
+        QVERIFY(ScreenshotDriftDetector::score(a, b) > AppModel::screenshotDriftThreshold);
+    }
+
+    void referenceLookUpPrefersTheRecordedFileName()
+    {
+        m_model->project.manualScreens = QList<ManualScreenDraft>{{QStringLiteral("A"), 1, QStringLiteral("Home"),
+                                                                   QStringLiteral("01-renamed.png")}};
+        const QString manual = m_model->project.outputDirectory + QStringLiteral("/manual/");
+        QCOMPARE(*m_model->referenceCheckpointURL(1, QStringLiteral("Home")), manual + QStringLiteral("01-renamed.png"));
+        QCOMPARE(*m_model->referenceCheckpointURL(2, QStringLiteral("Set tings?")),
+                 manual + QStringLiteral("02-Set-tings.png"));
+    }
+
+    void driftedScreenshotMovesToReviewAndMissingOneIsReported()
+    {
+        const QString manual = m_model->project.outputDirectory + QStringLiteral("/manual/");
+        save(filled(Qt::white), manual + QStringLiteral("01-Home.png"));
+        save(filled(Qt::white), outputDirectory() + QStringLiteral("/01-Home.png"));
+        // 02 is missing.
+        auto issues = m_model->validateGeneratedScreens(outputDirectory(), QStringLiteral("de-DE"), QStringLiteral("iPhone"));
+        QCOMPARE(issues, (QList<ScreenshotValidationIssue>{{QStringLiteral("02-Set-tings.png"), 1.0}}));
+
+        save(filled(Qt::black), manual + QStringLiteral("02-Set-tings.png"));
+        save(filled(Qt::white), outputDirectory() + QStringLiteral("/02-Set-tings.png"));
+        const QString review = m_model->project.outputDirectory + QStringLiteral("/_needs-review/de-DE/iPhone/");
+        save(filled(Qt::red), review + QStringLiteral("02-Set-tings.png")); // an older one is replaced
+        issues = m_model->validateGeneratedScreens(outputDirectory(), QStringLiteral("de-DE"), QStringLiteral("iPhone"));
+        QCOMPARE(issues.size(), 1);
+        QCOMPARE(issues.first().filename, QStringLiteral("02-Set-tings.png"));
+        QVERIFY(issues.first().driftScore > 0.99);
+        QVERIFY(!QFileInfo::exists(outputDirectory() + QStringLiteral("/02-Set-tings.png")));
+        QCOMPARE(QImage(review + QStringLiteral("02-Set-tings.png")).pixelColor(0, 0), QColor(Qt::white));
+        QVERIFY(QFileInfo::exists(outputDirectory() + QStringLiteral("/01-Home.png")));
+
+        // A second validation finds the moved file missing and does not move anything.
+        issues = m_model->validateGeneratedScreens(outputDirectory(), QStringLiteral("de-DE"), QStringLiteral("iPhone"));
+        QCOMPARE(issues, (QList<ScreenshotValidationIssue>{{QStringLiteral("02-Set-tings.png"), 1.0}}));
+    }
+
+    void uncheckableScreensAreSkipped()
+    {
+        // No reference for 01, an unreadable reference for 02.
+        save(filled(Qt::white), outputDirectory() + QStringLiteral("/01-Home.png"));
+        save(filled(Qt::white), outputDirectory() + QStringLiteral("/02-Set-tings.png"));
+        TestSupport::writeFile(m_model->project.outputDirectory + QStringLiteral("/manual/02-Set-tings.png"), "not a png");
+        QVERIFY(m_model->validateGeneratedScreens(outputDirectory(), QStringLiteral("de-DE"), QStringLiteral("iPhone"))
+                    .isEmpty());
+    }
+};
+
+VANTREL_TEST(ScreenshotDriftTest);
+#include "ScreenshotDriftTest.moc"
