@@ -148,6 +148,10 @@ public:
     void restoreProjectSnapshot(const ProjectSnapshotSummary &snapshot);
     void deleteManagedOutputDirectoryIfSafe(const ScreenshotProject &project);
     void trashOrRemove(const QString &path);
+    // Archives the current project and starts a blank one with this name.
+    void startNewProject(const QString &name);
+    // A snapshot on request, listed at once; the location, or nothing on failure.
+    std::optional<QString> archiveProjectSnapshot();
 
     // ------------------------------------------- simulator integration (simulator/)
     // ProcessRunner::run on a background job, awaited (packageRoot as the
@@ -234,6 +238,14 @@ public:
     QList<QuickStartRow> quickStartRows();
 
     void refreshReviewImages();
+    QList<ReviewImage> needsReviewImages() const;         // under "_needs-review/"
+    QList<GeneratedLanguageGroup> groupedImages() const;  // gallery cards, by language
+    // Writes workspace/diagnostics.txt; its location, or nothing (lastError set).
+    std::optional<QString> writeDiagnostics();
+    void exportDiagnostics(); // writeDiagnostics(), then reveal the file
+    // The shipped guide; nothing (lastError set) when this build lacks it.
+    std::optional<QString> locateCustomerGuide();
+    void openCustomerGuide();
 
 signals:
     // Any state change; fronts re-read what they show.
@@ -241,6 +253,8 @@ signals:
 
 private:
     void assertMainThread() const;
+    // Opening, restoring or replacing a project ends a flow recording first.
+    void stopFlowRecordingIfNeeded();
 
     QString m_packageRoot;
     std::unique_ptr<PlatformServices> m_platform;

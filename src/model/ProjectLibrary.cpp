@@ -1,8 +1,11 @@
-// The library of projects in the workspace and the archive of snapshots.
+// The library of projects in the workspace: listing, opening, renaming,
+// deleting, and starting a new project.
 
+#include "AppError.h"
 #include "AppModel.h"
 #include "AtomicFile.h"
 #include "ProjectCoding.h"
+#include "ProjectFileListing.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -15,30 +18,50 @@ QString plural(qsizetype count, const QString &word)
     return QStringLiteral("%1 %2%3").arg(count).arg(word, count == 1 ? QString() : QStringLiteral("s"));
 }
 
-// The ".json" files of a folder, in listing order (by name).
-QFileInfoList jsonFiles(const QString &folder)
+// A project file read as start-up reads it: decoded, then repaired.
+ScreenshotProject readProjectFile(const AppModel &model, const QString &path)
 {
-    QFileInfoList result;
-    const QFileInfoList entries = QDir(folder).entryInfoList(QDir::Files | QDir::Hidden, QDir::Name);
-    for (const QFileInfo &entry : entries)
-        if (entry.suffix().toLower() == QLatin1String("json"))
-            result.append(entry);
-    return result;
+    ScreenshotProject document = ProjectCoding::decode(AtomicFile::read(path));
+    model.normalizeLoadedProject(document);
+    return document;
 }
 
-ReferenceSeconds fileModificationDate(const QFileInfo &info)
+// Makes `document` the current project and starts its session afresh; the
+// run log becomes `logPrefix` followed by the project's name. When the
+// identity file cannot be written the previous project stays current.
+void switchToProject(AppModel &model, const ScreenshotProject &document, const QString &logPrefix)
 {
-    const QDateTime modified = info.lastModified();
-    // The distant past when the file system cannot tell.
-    return modified.isValid() ? ReferenceDate::fromDateTime(modified) : -6.3e10;
+    const ScreenshotProject previous = model.project;
+    model.project = document;
+    try {
+        model.writeCurrentProjectID();
+    } catch (const AppError &) {
+        model.project = previous;
+        throw;
+    }
+    const bool saved = model.saveProject();
+    model.resetProjectRuntimeState(logPrefix + AppModel::displayName(model.project) + QLatin1Char('\n'));
+    if (saved)
+        model.clearLastError(); // a failed save keeps its message
+}
+
+bool isCurrentProject(const AppModel &model, const ProjectLibraryItem &item)
+{
+    const std::optional<QString> &id = model.project.projectID;
+    return id && (*id == item.id || QDir::cleanPath(model.projectFileURL(*id)) == QDir::cleanPath(item.url));
 }
 
 } // namespace
 
+void AppModel::stopFlowRecordingIfNeeded()
+{
+    // Hook for the event recorder: a recording in progress ends before the project changes.
+}
+
 void AppModel::refreshProjectLibrary()
 {
     QList<ProjectLibraryItem> items;
-    for (const QFileInfo &file : jsonFiles(projectsDirectory()))
+    for (const QFileInfo &file : ProjectFileListing::jsonFiles(projectsDirectory()))
         if (auto item = projectLibraryItem(file.filePath()))
             items.append(*item);
     std::stable_sort(items.begin(), items.end(),
@@ -70,38 +93,129 @@ std::optional<ProjectLibraryItem> AppModel::projectLibraryItem(const QString &pa
     item.languageCount = document.languages.size();
     item.subtitle = plural(item.languageCount, QStringLiteral("language")) + QStringLiteral(" \u00B7 ")
                     + plural(item.checkpointCount, QStringLiteral("checkpoint"));
-    item.modifiedAt = document.updatedAt.value_or(fileModificationDate(info));
+    item.modifiedAt = document.updatedAt.value_or(ProjectFileListing::modificationDate(info));
     item.appName = document.appName;
     item.bundleId = document.bundleId;
     return item;
 }
 
-void AppModel::refreshProjectSnapshots()
+void AppModel::openProject(const ProjectLibraryItem &item)
 {
-    QList<ProjectSnapshotSummary> summaries;
-    for (const QFileInfo &file : jsonFiles(snapshotsDirectory())) {
-        ProjectSnapshotSummary summary;
-        summary.url = file.absoluteFilePath();
-        summary.modifiedAt = fileModificationDate(file);
-        summary.title = QStringLiteral("Archived Project");
-        qsizetype languages = 0;
-        qsizetype checkpoints = 0;
-        try {
-            const ScreenshotProject document = ProjectCoding::decode(AtomicFile::read(file.filePath()));
-            if (document.projectName && !document.projectName->isEmpty())
-                summary.title = *document.projectName;
-            else if (!document.appName.isEmpty())
-                summary.title = document.appName;
-            languages = document.languages.size();
-            checkpoints = document.screens.size();
-        } catch (const std::exception &) {
-            // A damaged snapshot is still listed, so the user can see and remove it.
-        }
-        summary.subtitle = QStringLiteral("%1 languages, %2 checkpoints").arg(languages).arg(checkpoints);
-        summaries.append(summary);
+    try {
+        if (!QFileInfo::exists(item.url))
+            throw AppError(QStringLiteral("Project file is missing."));
+        const ScreenshotProject document = readProjectFile(*this, item.url);
+        stopFlowRecordingIfNeeded();
+        switchToProject(*this, document, QStringLiteral("Opened project: "));
+    } catch (const AppError &error) {
+        setLastError(QStringLiteral("Could not open project: ") + error.message());
     }
-    std::stable_sort(summaries.begin(), summaries.end(),
-                     [](const auto &a, const auto &b) { return a.modifiedAt > b.modifiedAt; });
-    projectSnapshots = summaries;
-    emit changed();
+}
+
+void AppModel::renameCurrentProject(const QString &name)
+{
+    const QString trimmed = name.trimmed();
+    if (trimmed.isEmpty()) {
+        setLastError(QStringLiteral("Project name cannot be empty."));
+        return;
+    }
+    project.projectName = trimmed;
+    if (saveProject())
+        clearLastError();
+}
+
+void AppModel::deleteProject(const ProjectLibraryItem &item)
+{
+    try {
+        // The document tells which output folder belongs to it.
+        std::optional<ScreenshotProject> deleted;
+        if (QFileInfo::exists(item.url))
+            deleted = ProjectCoding::decode(AtomicFile::read(item.url));
+        const bool wasCurrent = isCurrentProject(*this, item);
+        trashOrRemove(item.url);
+        if (deleted)
+            deleteManagedOutputDirectoryIfSafe(*deleted);
+        refreshProjectLibrary();
+        if (!wasCurrent)
+            return;
+
+        stopFlowRecordingIfNeeded();
+        for (const ProjectLibraryItem &next : std::as_const(projectLibrary)) {
+            ScreenshotProject document;
+            try {
+                document = readProjectFile(*this, next.url);
+            } catch (const AppError &) {
+                continue; // gone or damaged since the listing: try the next one
+            }
+            switchToProject(*this, document, QStringLiteral("Deleted project and opened "));
+            return;
+        }
+        configureBlankProject(QStringLiteral("Untitled Project"));
+        resetProjectRuntimeState(QStringLiteral("Deleted project and started a new local project.\n"));
+        saveProject();
+    } catch (const AppError &error) {
+        setLastError(QStringLiteral("Could not delete project: ") + error.message());
+    }
+}
+
+void AppModel::deleteCurrentProjectAndCreateReplacement()
+{
+    if (project.projectID) {
+        for (const ProjectLibraryItem &item : std::as_const(projectLibrary)) {
+            if (item.id == *project.projectID) {
+                deleteProject(ProjectLibraryItem(item)); // the library is rebuilt meanwhile
+                return;
+            }
+        }
+    }
+    // Never saved to the library: the snapshot is all that keeps the old project.
+    startNewProject(QStringLiteral("Untitled Project"));
+}
+
+void AppModel::startNewProject(const QString &name)
+{
+    stopFlowRecordingIfNeeded();
+    // Without its archive copy the old project could be lost, so a failed
+    // snapshot stops here with its message.
+    if (!snapshotCurrentProject(QStringLiteral("before-new-project")))
+        return;
+    configureBlankProject(name);
+    resetProjectRuntimeState(QStringLiteral("Started a new local project.\n"));
+    if (saveProject())
+        clearLastError();
+}
+
+void AppModel::deleteManagedOutputDirectoryIfSafe(const ScreenshotProject &deleted)
+{
+    // Only a folder strictly inside our own output root is ours to remove;
+    // a folder the user chose, the root itself and look-alikes such as
+    // "output-old" are left alone.
+    if (deleted.outputDirectory.isEmpty())
+        return;
+    const QString folder = QDir::cleanPath(deleted.outputDirectory);
+    const QString root = QDir::cleanPath(outputRootDirectory());
+    if (!folder.startsWith(root + QLatin1Char('/')))
+        return;
+    const QFileInfo info(folder);
+    if (!info.exists())
+        return;
+    // A link inside the root may lead anywhere; it counts only if it stays inside.
+    const QString canonicalRoot = QFileInfo(root).canonicalFilePath();
+    if (canonicalRoot.isEmpty() || !info.canonicalFilePath().startsWith(canonicalRoot + QLatin1Char('/')))
+        return;
+    trashOrRemove(folder);
+}
+
+void AppModel::trashOrRemove(const QString &path)
+{
+    QString reason;
+    if (platform().moveToTrash(path, &reason))
+        return;
+    const QFileInfo info(path);
+    if (!info.exists() && !info.isSymLink())
+        return;
+    // No Trash here: the item goes for good (a link, not what it points to).
+    const bool removed = info.isDir() && !info.isSymLink() ? QDir(path).removeRecursively() : QFile::remove(path);
+    if (!removed)
+        throw AppError(QStringLiteral("Could not remove %1.").arg(path));
 }

@@ -1,0 +1,115 @@
+// The diagnostics file and finding the customer guide shipped with a build.
+
+#include "TestSupport.h"
+
+#include "app/CustomerGuide.h"
+#include "model/AppModel.h"
+#include "platform/scripted/ScriptedPlatformServices.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+struct Fixture
+{
+    QTemporaryDir dir;
+    ScriptedPlatformServices *platform = nullptr;
+    std::unique_ptr<AppModel> model;
+
+    Fixture()
+    {
+        auto services = std::make_unique<ScriptedPlatformServices>();
+        platform = services.get();
+        model = std::make_unique<AppModel>(dir.path(), std::move(services));
+    }
+};
+
+} // namespace
+
+class DiagnosticsAndGuideTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void diagnosticsHoldTheHeaderAndTheRunLog()
+    {
+        Fixture f;
+        ScreenshotProject &p = f.model->project;
+        p.attachedDeviceName = "iPhone 15 Pro";
+        p.devices = {"UDID-1"};
+        p.appName = "Shop";
+        p.bundleId = "com.example.shop";
+        p.languages = {"en-US", "de-DE"};
+        p.screens = {ScreenDraft{"A", "a", "", "", 0, {}}, ScreenDraft{"B", "b", "", "", 0, {}}};
+        f.model->appendLog("First line");
+        f.model->appendLog("Second line\n");
+
+        f.model->exportDiagnostics();
+        const QString path = f.model->workspaceDirectory() + "/diagnostics.txt";
+        QCOMPARE(f.platform->revealed, QStringList{path});
+        const QStringList lines = QString::fromUtf8(TestSupport::readFile(path)).split('\n');
+        QCOMPARE(lines.size(), 10);
+        QCOMPARE(lines[0], QString("Vantrel Diagnostics"));
+        QVERIFY(lines[1].startsWith("Generated at: ") && lines[1].size() > 20);
+        QCOMPARE(lines.mid(2), (QStringList{"Simulator: iPhone 15 Pro", "App: Shop com.example.shop",
+                                            "Languages: en-US, de-DE", "Checkpoints: 2", "", "First line",
+                                            "Second line", ""}));
+    }
+
+    void simulatorLineFallsBackToDevicesThenNone_data()
+    {
+        QTest::addColumn<QStringList>("devices");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("first device") << QStringList{"UDID-1", "UDID-2"} << QString("Simulator: UDID-1");
+        QTest::newRow("no devices") << QStringList{} << QString("Simulator: none");
+    }
+
+    void simulatorLineFallsBackToDevicesThenNone()
+    {
+        QFETCH(QStringList, devices);
+        QFETCH(QString, expected);
+        Fixture f;
+        f.model->project.devices = devices;
+        const std::optional<QString> path = f.model->writeDiagnostics();
+        QVERIFY(path);
+        QCOMPARE(QString::fromUtf8(TestSupport::readFile(*path)).split('\n').value(2), expected);
+    }
+
+    void aFailedExportSaysSoAndRevealsNothing()
+    {
+        Fixture f;
+        QVERIFY(QDir().mkpath(f.model->workspaceDirectory() + "/diagnostics.txt")); // a folder in the way
+        f.model->exportDiagnostics();
+        QVERIFY(f.model->lastError && f.model->lastError->startsWith("Could not export diagnostics: "));
+        QVERIFY(f.platform->revealed.isEmpty());
+    }
+
+    void guideIsLookedUpBundleFirstThenInstalledThenBuildTree()
+    {
+        const QStringList folders = CustomerGuide::searchFolders("/opt/vantrel/bin");
+        QCOMPARE(folders.value(0), QString("/opt/vantrel/Resources"));
+        QCOMPARE(folders.value(1), QString("/opt/vantrel/share/vantrel"));
+        QVERIFY(folders.indexOf("/opt/vantrel/bin") > 1);
+
+        QTemporaryDir dir;
+        const QString guide = TestSupport::writeFile(dir.path() + "/b/CUSTOMER_READY.md", "# Guide\n");
+        QDir().mkpath(dir.path() + "/a/CUSTOMER_READY.md"); // a folder by that name is not the guide
+        QCOMPARE(CustomerGuide::find({dir.path() + "/a", dir.path() + "/b"}), std::optional<QString>(guide));
+        QCOMPARE(CustomerGuide::find({dir.path() + "/a"}), std::nullopt);
+    }
+
+    void openCustomerGuideOpensTheShippedGuide()
+    {
+        Fixture f;
+        f.model->openCustomerGuide();
+        QVERIFY(!f.model->lastError);
+        QCOMPARE(f.platform->opened.size(), 1);
+        QVERIFY(f.platform->opened.first().endsWith("/CUSTOMER_READY.md"));
+        QVERIFY(TestSupport::readFile(f.platform->opened.first()).contains("vantrel"));
+    }
+};
+
+VANTREL_TEST(DiagnosticsAndGuideTest);
+#include "DiagnosticsAndGuideTest.moc"

@@ -1,0 +1,368 @@
+// The project library and the snapshot archive: what is listed and in which
+// order, and that opening, deleting and restoring never lose or overwrite
+// a project or a folder that is not ours.
+
+#include "TestSupport.h"
+
+#include "model/AppModel.h"
+#include "model/ProjectCoding.h"
+#include "platform/scripted/ScriptedPlatformServices.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+ScreenshotProject document(const QString &id, const QString &name, ReferenceSeconds updatedAt,
+                           const QString &outputDirectory = QString())
+{
+    ScreenshotProject p;
+    p.projectID = id;
+    p.projectName = name;
+    p.updatedAt = updatedAt;
+    p.outputDirectory = outputDirectory.isEmpty() ? QStringLiteral("/nowhere/") + id : outputDirectory;
+    return p;
+}
+
+struct Fixture
+{
+    QTemporaryDir dir;
+    ScriptedPlatformServices *platform = nullptr;
+    std::unique_ptr<AppModel> model;
+
+    Fixture()
+    {
+        auto services = std::make_unique<ScriptedPlatformServices>();
+        platform = services.get();
+        model = std::make_unique<AppModel>(dir.path(), std::move(services));
+    }
+
+    QString writeProject(const ScreenshotProject &p, const QString &fileName = QString())
+    {
+        const QString name = fileName.isEmpty() ? *p.projectID + QStringLiteral(".json") : fileName;
+        return TestSupport::writeFile(model->projectsDirectory() + QLatin1Char('/') + name, ProjectCoding::encodeBytes(p));
+    }
+
+    QStringList libraryIDs() const
+    {
+        QStringList ids;
+        for (const ProjectLibraryItem &item : model->projectLibrary)
+            ids.append(item.id);
+        return ids;
+    }
+
+    std::optional<ProjectLibraryItem> item(const QString &id) const
+    {
+        for (const ProjectLibraryItem &entry : model->projectLibrary)
+            if (entry.id == id)
+                return entry;
+        return std::nullopt;
+    }
+};
+
+} // namespace
+
+class ProjectLibraryTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void libraryListsDecodableFilesNewestFirst()
+    {
+        Fixture f;
+        ScreenshotProject rich = document("B", "Rich", 200);
+        rich.languages = {"en-US", "de-DE", "fr-FR"};
+        rich.screens = {ScreenDraft{"S1", "Home", "", "", 0, {}}};
+        f.writeProject(rich);
+        f.writeProject(document("A", "Plain", 100));
+        f.writeProject(document("C", "Upper", 300), "C.JSON");
+        TestSupport::writeFile(f.model->projectsDirectory() + "/broken.json", "{ not json");
+        TestSupport::writeFile(f.model->projectsDirectory() + "/notes.txt", ProjectCoding::encodeBytes(document("T", "Txt", 400)));
+
+        f.model->refreshProjectLibrary();
+        QCOMPARE(f.libraryIDs(), (QStringList{"C", "B", "A"}));
+        QCOMPARE(f.item("B")->subtitle, QString("3 languages \u00B7 1 checkpoint"));
+        QCOMPARE(f.item("A")->subtitle, QString("1 language \u00B7 0 checkpoints"));
+        QCOMPARE(f.item("B")->title, QString("Rich"));
+        QVERIFY(!f.model->lastError);
+    }
+
+    void equalDatesKeepListingOrderAndMissingIDsUseTheFileName()
+    {
+        Fixture f;
+        ScreenshotProject anonymous = document("X", "", 50);
+        anonymous.projectID.reset();
+        anonymous.appName = "Shop";
+        f.writeProject(anonymous, "m-anon.json");
+        f.writeProject(document("Z", "Second", 50), "z.json");
+        f.writeProject(document("K", "First", 50), "a.json");
+        f.model->refreshProjectLibrary();
+        QCOMPARE(f.libraryIDs(), (QStringList{"K", "m-anon", "Z"}));
+        QCOMPARE(f.item("m-anon")->title, QString("Shop"));
+    }
+
+    void snapshotsListDamagedFilesAsArchivedProject()
+    {
+        Fixture f;
+        const QString folder = f.model->snapshotsDirectory();
+        ScreenshotProject named = document("N", "Named", 0);
+        named.screens = {ScreenDraft{"S1", "a", "", "", 0, {}}, ScreenDraft{"S2", "b", "", "", 0, {}}};
+        TestSupport::writeFile(folder + "/a.json", ProjectCoding::encodeBytes(named));
+        ScreenshotProject byApp = document("P", "", 0);
+        byApp.appName = "Shop";
+        TestSupport::writeFile(folder + "/b.JSON", ProjectCoding::encodeBytes(byApp));
+        TestSupport::writeFile(folder + "/c.json", "garbage");
+        f.model->refreshProjectSnapshots();
+
+        QCOMPARE(f.model->projectSnapshots.size(), 3);
+        QMap<QString, ProjectSnapshotSummary> byFile;
+        for (const ProjectSnapshotSummary &s : f.model->projectSnapshots)
+            byFile.insert(QFileInfo(s.url).fileName(), s);
+        QCOMPARE(byFile["a.json"].title, QString("Named"));
+        QCOMPARE(byFile["a.json"].subtitle, QString("1 languages, 2 checkpoints"));
+        QCOMPARE(byFile["b.JSON"].title, QString("Shop"));
+        QCOMPARE(byFile["c.json"].title, QString("Archived Project"));
+        QCOMPARE(byFile["c.json"].subtitle, QString("0 languages, 0 checkpoints"));
+    }
+
+    void renameRefusesBlankNames_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("three blanks") << QString("   ");
+        QTest::newRow("line breaks and tabs") << QString("\n\t\r\n");
+        QTest::newRow("no-break space") << QString("\u00A0");
+        QTest::newRow("empty") << QString();
+    }
+
+    void renameRefusesBlankNames()
+    {
+        QFETCH(QString, name);
+        Fixture f;
+        f.model->loadSavedProject();
+        f.model->renameCurrentProject("Kept");
+        f.model->renameCurrentProject(name);
+        QCOMPARE(f.model->lastError, std::optional<QString>("Project name cannot be empty."));
+        QCOMPARE(f.model->project.projectName, std::optional<QString>("Kept"));
+    }
+
+    void renameTrimsSavesAndClearsTheError()
+    {
+        Fixture f;
+        f.model->loadSavedProject();
+        f.model->renameCurrentProject(" ");
+        f.model->renameCurrentProject("  Travel App \n");
+        QVERIFY(!f.model->lastError);
+        const QString file = f.model->projectFileURL(*f.model->project.projectID);
+        QCOMPARE(ProjectCoding::decode(TestSupport::readFile(file)).projectName, std::optional<QString>("Travel App"));
+    }
+
+    void openMakesTheEntryCurrentAndReplacesTheLog()
+    {
+        Fixture f;
+        f.writeProject(document("B", "Beta", 100));
+        f.model->loadSavedProject();
+        const QString previous = *f.model->project.projectID;
+        f.model->appendLog("old line");
+
+        f.model->openProject(*f.item("B"));
+        QCOMPARE(f.model->project.projectID, std::optional<QString>("B"));
+        QCOMPARE(f.model->runLog, QString("Opened project: Beta\n"));
+        QCOMPARE(TestSupport::readFile(f.model->workspaceDirectory() + "/current-project-id.txt"), QByteArray("B"));
+        QVERIFY(f.item(previous)); // the one left behind is still in the library
+
+        ProjectLibraryItem missing = *f.item(previous);
+        QFile::remove(missing.url);
+        f.model->openProject(missing);
+        QCOMPARE(f.model->lastError, std::optional<QString>("Could not open project: Project file is missing."));
+        QCOMPARE(f.model->project.projectID, std::optional<QString>("B"));
+    }
+
+    void openOfADamagedFileKeepsTheCurrentProject()
+    {
+        Fixture f;
+        f.model->loadSavedProject();
+        const ScreenshotProject before = f.model->project;
+        ProjectLibraryItem item;
+        item.id = "D";
+        item.url = TestSupport::writeFile(f.model->projectsDirectory() + "/D.json", "{}");
+        f.model->openProject(item);
+        QVERIFY(f.model->lastError->startsWith("Could not open project: "));
+        QCOMPARE(f.model->project, before);
+        QCOMPARE(TestSupport::readFile(item.url), QByteArray("{}"));
+    }
+
+    // Only a folder strictly inside packageRoot/output belongs to the project.
+    void deleteRemovesOnlyManagedOutputFolders_data()
+    {
+        QTest::addColumn<QString>("relativeOutput"); // below the data root
+        QTest::addColumn<bool>("removed");
+        QTest::newRow("inside output root") << QString("output/shop-abcdef12") << true;
+        QTest::newRow("nested inside output root") << QString("output/clients/shop") << true;
+        QTest::newRow("the output root itself") << QString("output") << false;
+        QTest::newRow("look-alike prefix") << QString("output-old") << false;
+        QTest::newRow("inside look-alike") << QString("output-old/shop") << false;
+        QTest::newRow("user's own folder") << QString("Desktop/shots") << false;
+        QTest::newRow("climbs out with ..") << QString("output/../Desktop/shots") << false;
+    }
+
+    void deleteRemovesOnlyManagedOutputFolders()
+    {
+        QFETCH(QString, relativeOutput);
+        QFETCH(bool, removed);
+        Fixture f;
+        const QString folder = f.dir.path() + "/" + relativeOutput;
+        TestSupport::writeFile(QDir::cleanPath(folder) + "/en-US/01.png", "png");
+        const QString file = f.writeProject(document("V", "Victim", 100, folder));
+        f.model->loadSavedProject(); // current is V
+        f.writeProject(document("W", "Other", 50));
+        f.model->refreshProjectLibrary();
+
+        f.model->deleteProject(*f.item("V"));
+        QVERIFY(!f.model->lastError);
+        QVERIFY(!QFileInfo::exists(file));
+        QVERIFY(f.platform->trashed.contains(file));
+        QCOMPARE(!QFileInfo::exists(QDir::cleanPath(folder) + "/en-US/01.png"), removed);
+    }
+
+    void outputLinkLeadingOutsideIsKept()
+    {
+        Fixture f;
+        const QString outside = TestSupport::writeFile(f.dir.path() + "/elsewhere/keep.png", "png");
+        QDir().mkpath(f.model->outputRootDirectory());
+        const QString link = f.model->outputRootDirectory() + "/linked";
+        QVERIFY(QFile::link(f.dir.path() + "/elsewhere", link));
+        f.platform->trashAvailable = false;
+        f.model->deleteManagedOutputDirectoryIfSafe(document("L", "Linked", 0, link));
+        QVERIFY(QFileInfo::exists(outside));
+    }
+
+    void deletingTheCurrentProjectOpensTheNewestOrStartsBlank()
+    {
+        Fixture f;
+        f.writeProject(document("OLD", "Older", 100));
+        f.writeProject(document("NEW", "Newer", 200));
+        f.writeProject(document("CUR", "Current", 300));
+        f.model->loadSavedProject();
+        QCOMPARE(f.model->project.projectID, std::optional<QString>("CUR")); // from the library's first entry
+
+        f.model->deleteProject(*f.item("CUR"));
+        QCOMPARE(f.model->project.projectID, std::optional<QString>("NEW"));
+        QCOMPARE(f.model->runLog, QString("Deleted project and opened Newer\n"));
+
+        f.model->deleteProject(*f.item("OLD")); // not current: nothing else changes
+        QCOMPARE(f.model->project.projectID, std::optional<QString>("NEW"));
+        QCOMPARE(f.libraryIDs(), QStringList{"NEW"});
+
+        f.model->deleteCurrentProjectAndCreateReplacement();
+        QCOMPARE(f.model->runLog, QString("Deleted project and started a new local project.\n"));
+        QCOMPARE(f.model->project.projectName, std::optional<QString>("Untitled Project"));
+        QVERIFY(f.model->project.projectID != std::optional<QString>("NEW"));
+        QCOMPARE(f.libraryIDs(), QStringList{*f.model->project.projectID});
+        QVERIFY(!f.model->lastError);
+    }
+
+    void replacingANeverSavedProjectArchivesIt()
+    {
+        Fixture f; // the start-up project was never saved to the library
+        f.model->project.projectName = "Draft";
+        f.model->deleteCurrentProjectAndCreateReplacement();
+        QCOMPARE(f.model->runLog, QString("Started a new local project.\n"));
+        QCOMPARE(f.model->project.projectName, std::optional<QString>("Untitled Project"));
+        const QStringList archived = QDir(f.model->snapshotsDirectory()).entryList(QDir::Files);
+        QCOMPARE(archived.size(), 1);
+        QVERIFY(archived.first().startsWith("before-new-project-"));
+        QVERIFY(archived.first().endsWith("-draft.json"));
+    }
+
+    void aFailedSnapshotKeepsTheProjectItWouldReplace()
+    {
+        Fixture f;
+        f.model->loadSavedProject();
+        const QString id = *f.model->project.projectID;
+        TestSupport::writeFile(f.model->snapshotsDirectory(), "a file where the folder should be");
+        f.model->startNewProject("Next");
+        QVERIFY(f.model->lastError->startsWith("Could not archive project snapshot: "));
+        QCOMPARE(f.model->project.projectID, std::optional<QString>(id));
+    }
+
+    void snapshotIsPrettySortedAndRestoresAsNewProjects()
+    {
+        Fixture f;
+        f.model->loadSavedProject();
+        f.model->renameCurrentProject("My App!");
+        const QString originalID = *f.model->project.projectID;
+        const QString originalFile = f.model->projectFileURL(originalID);
+        const QByteArray originalBytes = TestSupport::readFile(originalFile);
+
+        const std::optional<QString> path = f.model->archiveProjectSnapshot();
+        QVERIFY(path);
+        const QString name = QFileInfo(*path).fileName();
+        QVERIFY(QRegularExpression("^project-snapshot-\\d{8}-\\d{6}-my-app\\.json$").match(name).hasMatch());
+        QVERIFY(f.model->runLog.endsWith("Archived project snapshot: " + name + "\n"));
+        QVERIFY(TestSupport::readFile(*path).contains("\n    \"appName\""));
+        QCOMPARE(f.model->projectSnapshots.size(), 1);
+
+        // A second snapshot in the same second does not overwrite the first.
+        const std::optional<QString> second = f.model->snapshotCurrentProject("project-snapshot");
+        QVERIFY(second && *second != *path && QFileInfo::exists(*path));
+
+        QStringList ids;
+        QStringList outputs;
+        ProjectSnapshotSummary snapshot;
+        snapshot.url = *path;
+        for (int i = 0; i < 2; ++i) {
+            f.model->restoreProjectSnapshot(snapshot);
+            QVERIFY(!f.model->lastError);
+            QCOMPARE(f.model->project.projectName, std::optional<QString>("My App!"));
+            QVERIFY(f.model->runLog.endsWith("Restored archived project: " + name + "\n"));
+            ids.append(*f.model->project.projectID);
+            outputs.append(f.model->project.outputDirectory);
+        }
+        QVERIFY(ids[0] != ids[1] && !ids.contains(originalID));
+        QVERIFY(outputs[0] != outputs[1]);
+        QCOMPARE(TestSupport::readFile(originalFile), originalBytes);
+        QCOMPARE(f.model->projectLibrary.size(), 3);
+    }
+
+    void restoreOfADamagedSnapshotChangesNothing()
+    {
+        Fixture f;
+        f.model->loadSavedProject();
+        const ScreenshotProject before = f.model->project;
+        ProjectSnapshotSummary snapshot;
+        snapshot.url = TestSupport::writeFile(f.model->snapshotsDirectory() + "/bad.json", "[]");
+        f.model->restoreProjectSnapshot(snapshot);
+        QVERIFY(f.model->lastError->startsWith("Could not restore project snapshot: "));
+        QCOMPARE(f.model->project, before);
+    }
+
+    void duplicateRevealsTheNewSnapshot()
+    {
+        Fixture f;
+        f.model->loadSavedProject();
+        f.model->duplicateProjectSnapshot();
+        QCOMPARE(f.platform->revealed.size(), 1);
+        QCOMPARE(f.platform->revealed.first(), f.model->projectSnapshots.first().url);
+    }
+
+    void trashOrRemoveFallsBackToRemovalOnlyWithoutATrash()
+    {
+        Fixture f;
+        TestSupport::writeFile(f.dir.path() + "/a/file.txt", "x");
+        f.model->trashOrRemove(f.dir.path() + "/a");
+        QCOMPARE(f.platform->trashed, QStringList{f.dir.path() + "/a"});
+
+        f.platform->trashAvailable = false;
+        const QString gone = TestSupport::writeFile(f.dir.path() + "/b/file.txt", "x");
+        f.model->trashOrRemove(f.dir.path() + "/b");
+        QVERIFY(!QFileInfo::exists(gone));
+        QCOMPARE(f.platform->trashed.size(), 1);
+        f.model->trashOrRemove(f.dir.path() + "/never-there"); // nothing to do, no error
+    }
+};
+
+VANTREL_TEST(ProjectLibraryTest);
+#include "ProjectLibraryTest.moc"
