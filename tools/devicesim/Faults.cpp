@@ -1,0 +1,174 @@
+#include "Faults.h"
+
+#include <QJsonArray>
+
+namespace LanguageMatch {
+
+static QString canonical(QString code)
+{
+    return code.trimmed().replace(QLatin1Char('_'), QLatin1Char('-')).toLower();
+}
+
+bool matches(const QString &requested, const QString &language)
+{
+    const QString a = canonical(requested);
+    const QString b = canonical(language);
+    if (a.isEmpty())
+        return false;
+    return a == b || (!a.contains(QLatin1Char('-')) && b.section(QLatin1Char('-'), 0, 0) == a);
+}
+
+} // namespace LanguageMatch
+
+bool Faults::isAppMissing(const QString &udid, const QString &bundleId) const
+{
+    for (const MissingApp &m : missingApps)
+        if (m.udid.compare(udid, Qt::CaseInsensitive) == 0 && m.bundleId == bundleId)
+            return true;
+    return false;
+}
+
+bool Faults::launchFails(const QString &language) const
+{
+    for (const QString &l : launchFailLanguages)
+        if (LanguageMatch::matches(l, language))
+            return true;
+    return false;
+}
+
+bool Faults::hasDialog(const QString &language, const QString &screen) const
+{
+    for (const Dialog &d : dialogs)
+        if (LanguageMatch::matches(d.language, language) && d.screen == screen)
+            return true;
+    return false;
+}
+
+bool Faults::isEmpty() const
+{
+    return missingApps.isEmpty() && launchFailLanguages.isEmpty() && dialogs.isEmpty() && !buildFails
+        && slowBuildSeconds <= 0 && !noXcode;
+}
+
+QJsonObject Faults::toJson() const
+{
+    QJsonArray missing;
+    for (const MissingApp &m : missingApps)
+        missing.append(QJsonObject{{QStringLiteral("udid"), m.udid}, {QStringLiteral("bundleId"), m.bundleId}});
+    QJsonArray dialogList;
+    for (const Dialog &d : dialogs)
+        dialogList.append(QJsonObject{{QStringLiteral("language"), d.language}, {QStringLiteral("screen"), d.screen}});
+    return QJsonObject{
+        {QStringLiteral("appMissing"), missing},
+        {QStringLiteral("launchFails"), QJsonArray::fromStringList(launchFailLanguages)},
+        {QStringLiteral("dialogs"), dialogList},
+        {QStringLiteral("buildFails"), buildFails},
+        {QStringLiteral("slowBuildSeconds"), slowBuildSeconds},
+        {QStringLiteral("noXcode"), noXcode},
+    };
+}
+
+Faults Faults::fromJson(const QJsonObject &o)
+{
+    Faults f;
+    for (const QJsonValue &v : o.value(QStringLiteral("appMissing")).toArray())
+        f.missingApps.append({v[QStringLiteral("udid")].toString(), v[QStringLiteral("bundleId")].toString()});
+    for (const QJsonValue &v : o.value(QStringLiteral("launchFails")).toArray())
+        f.launchFailLanguages.append(v.toString());
+    for (const QJsonValue &v : o.value(QStringLiteral("dialogs")).toArray())
+        f.dialogs.append({v[QStringLiteral("language")].toString(), v[QStringLiteral("screen")].toString()});
+    f.buildFails = o.value(QStringLiteral("buildFails")).toBool();
+    f.slowBuildSeconds = o.value(QStringLiteral("slowBuildSeconds")).toDouble();
+    f.noXcode = o.value(QStringLiteral("noXcode")).toBool();
+    return f;
+}
+
+QStringList Faults::describe() const
+{
+    QStringList lines;
+    for (const MissingApp &m : missingApps)
+        lines.append(QStringLiteral("app-missing %1 %2").arg(m.udid, m.bundleId));
+    for (const QString &l : launchFailLanguages)
+        lines.append(QStringLiteral("launch-fails %1").arg(l));
+    for (const Dialog &d : dialogs)
+        lines.append(QStringLiteral("dialog %1 %2").arg(d.language, d.screen));
+    if (buildFails)
+        lines.append(QStringLiteral("build-fails"));
+    if (slowBuildSeconds > 0)
+        lines.append(QStringLiteral("slow-build %1").arg(slowBuildSeconds));
+    if (noXcode)
+        lines.append(QStringLiteral("no-xcode"));
+    return lines;
+}
+
+namespace {
+
+const QStringList demoScreens = {QStringLiteral("trips"), QStringLiteral("detail"), QStringLiteral("explore"),
+                                 QStringLiteral("saved"), QStringLiteral("settings")};
+
+QString usage(const QString &kind)
+{
+    return QStringLiteral("devicesim: wrong arguments for fault %1 (see devicesim --help)").arg(kind);
+}
+
+} // namespace
+
+QString Faults::set(const QStringList &args, const QString &defaultBundleId)
+{
+    const QString kind = args.value(0);
+    const QStringList rest = args.mid(1);
+    if (kind == QLatin1String("app-missing")) {
+        if (rest.isEmpty() || rest.size() > 2)
+            return usage(kind);
+        missingApps.append({rest[0], rest.value(1, defaultBundleId)});
+    } else if (kind == QLatin1String("launch-fails")) {
+        if (rest.size() != 1)
+            return usage(kind);
+        launchFailLanguages.append(rest[0]);
+    } else if (kind == QLatin1String("dialog")) {
+        if (rest.size() != 2)
+            return usage(kind);
+        if (!demoScreens.contains(rest[1]))
+            return QStringLiteral("devicesim: unknown screen \"%1\"; the demo app has %2")
+                .arg(rest[1], demoScreens.join(QStringLiteral(", ")));
+        dialogs.append({rest[0], rest[1]});
+    } else if (kind == QLatin1String("build-fails")) {
+        if (!rest.isEmpty())
+            return usage(kind);
+        buildFails = true;
+    } else if (kind == QLatin1String("slow-build")) {
+        bool ok = false;
+        const double seconds = rest.value(0).toDouble(&ok);
+        if (rest.size() != 1 || !ok || seconds <= 0)
+            return usage(kind);
+        slowBuildSeconds = seconds;
+    } else if (kind == QLatin1String("no-xcode")) {
+        if (!rest.isEmpty())
+            return usage(kind);
+        noXcode = true;
+    } else {
+        return QStringLiteral("devicesim: unknown fault \"%1\"").arg(kind);
+    }
+    return {};
+}
+
+QString Faults::clear(const QString &kind)
+{
+    if (kind.isEmpty())
+        *this = Faults();
+    else if (kind == QLatin1String("app-missing"))
+        missingApps.clear();
+    else if (kind == QLatin1String("launch-fails"))
+        launchFailLanguages.clear();
+    else if (kind == QLatin1String("dialog"))
+        dialogs.clear();
+    else if (kind == QLatin1String("build-fails"))
+        buildFails = false;
+    else if (kind == QLatin1String("slow-build"))
+        slowBuildSeconds = 0;
+    else if (kind == QLatin1String("no-xcode"))
+        noXcode = false;
+    else
+        return QStringLiteral("devicesim: unknown fault \"%1\"").arg(kind);
+    return {};
+}
