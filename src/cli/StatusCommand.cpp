@@ -17,22 +17,59 @@ QJsonArray languagesJson(const QStringList &codes)
     return array;
 }
 
+QJsonArray preflightJson(const QList<ProductPreflightCheck> &checks)
+{
+    QJsonArray array;
+    for (const ProductPreflightCheck &check : checks)
+        array.append(QJsonObject{{QStringLiteral("title"), check.title},
+                                 {QStringLiteral("detail"), check.detail},
+                                 {QStringLiteral("isReady"), check.isReady}});
+    return array;
+}
+
+// The attached simulator's state as last listed, or "" when it is not listed.
+QString attachedDeviceState(const AppModel &model, const QString &udid)
+{
+    for (const SimulatorDevice &device : model.availableDevices)
+        if (device.udid == udid)
+            return device.state;
+    return QString();
+}
+
+// "iPhone 15 (UDID), Booted", or "(none)" before anything was attached.
+QString simulatorText(const QString &udid, const QString &name, const QString &state)
+{
+    if (udid.isEmpty())
+        return QStringLiteral("(none)");
+    const QString text = QStringLiteral("%1 (%2)").arg(name, udid);
+    return state.isEmpty() ? text : text + QStringLiteral(", ") + state;
+}
+
 int runStatus(CommandContext &c)
 {
     const bool json = c.takeFlag(QStringLiteral("--json"));
     if (!c.arguments.isEmpty())
         return c.usageError(QStringLiteral("status takes no arguments besides --json."));
     const ScreenshotProject &p = c.model.project;
+    const QString udid = p.devices.value(0);
+    const QString deviceName = udid.isEmpty() ? QString() : c.model.displayNameForDeviceID(udid);
+    const QString deviceState = attachedDeviceState(c.model, udid);
+    const QList<ProductPreflightCheck> checks = c.model.preflightChecks();
     if (json) {
         c.printJson(QJsonObject{
             {QStringLiteral("projectID"), p.projectID.value_or(QString())},
             {QStringLiteral("displayName"), AppModel::displayName(p)},
             {QStringLiteral("appName"), p.appName},
             {QStringLiteral("bundleId"), p.bundleId},
+            {QStringLiteral("simulator"), QJsonObject{{QStringLiteral("udid"), udid},
+                                                      {QStringLiteral("name"), deviceName},
+                                                      {QStringLiteral("state"), deviceState}}},
             {QStringLiteral("languages"), languagesJson(p.languages)},
             {QStringLiteral("checkpointCount"), p.screens.size()},
             {QStringLiteral("outputDirectory"), p.outputDirectory},
             {QStringLiteral("workspaceDirectory"), c.model.workspaceDirectory()},
+            {QStringLiteral("preflight"), preflightJson(checks)},
+            {QStringLiteral("readiness"), c.model.runReadinessMessage()},
         });
         return 0;
     }
@@ -43,16 +80,21 @@ int runStatus(CommandContext &c)
     c.out << "Project:     " << AppModel::displayName(p) << "\n"
           << "App:         " << orNone(p.appName) << "\n"
           << "Bundle ID:   " << orNone(p.bundleId) << "\n"
+          << "Simulator:   " << simulatorText(udid, deviceName, deviceState) << "\n"
           << "Languages:   " << (labels.isEmpty() ? QStringLiteral("(none)") : labels.join(QStringLiteral(", "))) << "\n"
           << "Checkpoints: " << p.screens.size() << "\n"
           << "Output:      " << p.outputDirectory << "\n"
-          << "Workspace:   " << c.model.workspaceDirectory() << "\n";
+          << "Workspace:   " << c.model.workspaceDirectory() << "\n"
+          << "\nPreflight:\n";
+    for (const ProductPreflightCheck &check : checks)
+        c.out << "  [" << (check.isReady ? "x" : " ") << "] " << check.title << ": " << check.detail << "\n";
+    c.out << "\n" << c.model.runReadinessMessage() << "\n";
     return 0;
 }
 
 } // namespace
 
 VANTREL_COMMAND({QStringLiteral("status"), QStringLiteral("status [--json]"),
-                 QStringLiteral("Shows the current project: its name, app, languages, checkpoints,\n"
-                                "output folder and workspace folder."),
+                 QStringLiteral("Shows the current project: its name, app, attached simulator, languages,\n"
+                                "checkpoints, output folder and workspace folder."),
                  runStatus});

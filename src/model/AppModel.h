@@ -160,8 +160,14 @@ public:
 
     void refreshDevices();
     void attachToBootedSimulator();
+    // What a successful attach starts on the main thread without waiting:
+    // installed apps, then the preview.
+    void refreshAfterAttach();
     // The UDID every device operation acts on, or nothing.
     std::optional<QString> activeDeviceID();
+    // After a device refresh: attaches the one booted simulator quietly (the
+    // chosen bundle stays) and returns it; nothing when not exactly one is booted.
+    std::optional<QString> adoptSoleBootedDevice();
     double simulatorDisplayScale(const QString &device); // throws AppError
     QString displayNameForDeviceID(const QString &udid) const;
 

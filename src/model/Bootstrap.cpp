@@ -10,6 +10,13 @@ void AppModel::bootstrap()
 
 void AppModel::refreshAfterLoad()
 {
+    // A project without a device adopts the one booted simulator, if any.
+    refreshDevices();
+    if (project.devices.isEmpty())
+        adoptSoleBootedDevice();
+    if (!project.devices.isEmpty())
+        refreshInstalledApps();
     refreshReviewImages();
     refreshProjectSnapshots();
+    refreshRecorderPreview();
 }

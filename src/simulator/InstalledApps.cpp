@@ -1,0 +1,54 @@
+// The user apps installed on the attached simulator, and choosing one of
+// them as the project's app.
+
+#include "InstalledAppParser.h"
+
+#include "model/AppError.h"
+#include "model/AppModel.h"
+
+void AppModel::refreshInstalledApps()
+{
+    const std::optional<QString> device = activeDeviceID();
+    if (!device) {
+        setLastError(QStringLiteral("Attach to a booted simulator before detecting apps."));
+        return;
+    }
+    ProcessRunner::Result result;
+    try {
+        result = ProcessRunner::run(QStringLiteral("xcrun"), {QStringLiteral("simctl"), QStringLiteral("listapps"), *device},
+                                    packageRoot());
+    } catch (const AppError &error) {
+        setLastError(QStringLiteral("Could not list installed apps: ") + error.message());
+        return;
+    }
+    installedApps = InstalledAppParser::parse(result.standardOutput);
+    if (project.bundleId.isEmpty() && installedApps.size() == 1)
+        selectInstalledApp(installedApps.first());
+    clearLastError();
+}
+
+void AppModel::selectInstalledApp(const InstalledSimulatorApp &app)
+{
+    const QString oldBundleId = project.bundleId;
+    project.bundleId = app.bundleId;
+    project.appName = app.name;
+    if (!project.attachedDeviceName) {
+        const QString attached = project.devices.value(0);
+        for (const SimulatorDevice &device : availableDevices) {
+            if (!project.devices.isEmpty() && device.udid == attached) {
+                project.attachedDeviceName = device.name;
+                break;
+            }
+        }
+    }
+    const bool changed = oldBundleId != app.bundleId;
+    ensureProjectIdentityAndOutputDirectory(app.name, changed);
+    refreshReviewImages();
+    saveProject();
+    // The recorded flow is kept on purpose: it may still fit, and a user who
+    // picked the wrong app should not lose it.
+    if (!oldBundleId.isEmpty() && changed && !project.screens.isEmpty())
+        appendLog(QStringLiteral("Selected a different app. Existing checkpoints were kept; re-record if this flow "
+                                 "belongs to the previous app."));
+    clearLastError();
+}

@@ -1,0 +1,70 @@
+// The process runner and the model's background wrapper around it.
+//
+// One deliberate difference from a plain "wait, then read" runner: both
+// pipes are drained while the child runs (ChildProcess does that), because a
+// Mac with many simulator runtimes prints a device list far larger than a
+// pipe holds. Results, their order and every text stay as they were.
+
+#include "ProcessRunner.h"
+
+#include "model/AppError.h"
+#include "model/AppModel.h"
+#include "model/Await.h"
+#include "replay/ChildProcess.h"
+
+#include <QStringDecoder>
+#include <stdexcept>
+
+namespace {
+
+// The developer tools live in these folders even when the application was
+// started with a bare search path (as a desktop application usually is).
+const QString fixedSearchPath = QStringLiteral("/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin");
+
+QHash<QString, QString> childEnvironment()
+{
+    QHash<QString, QString> environment = ChildProcess::currentEnvironment();
+    const QString inherited = environment.value(QStringLiteral("PATH"));
+    environment.insert(QStringLiteral("PATH"),
+                       inherited.isEmpty() ? fixedSearchPath : fixedSearchPath + QLatin1Char(':') + inherited);
+    return environment;
+}
+
+// Output that is not valid UTF-8 reads as empty text.
+QString decodeUtf8(const QByteArray &bytes)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    QString text = decoder.decode(bytes);
+    return decoder.hasError() ? QString() : text;
+}
+
+} // namespace
+
+namespace ProcessRunner {
+
+Result run(const QString &command, const QStringList &arguments, const QString &currentDirectory)
+{
+    std::optional<ChildProcess> child;
+    try {
+        child.emplace(command, arguments, currentDirectory, childEnvironment());
+    } catch (const std::runtime_error &error) {
+        // The system's own reason, unwrapped, like every platform failure.
+        throw AppError(QString::fromLocal8Bit(error.what()));
+    }
+    child->waitForExit(-1);
+    const ChildProcess::Output &output = child->output();
+    Result result{decodeUtf8(output.standardOutput), decodeUtf8(output.standardError)};
+    if (output.exitedNormally && output.exitStatus == 0)
+        return result;
+    throw AppError(QStringLiteral("Command failed: ") + command + QLatin1Char(' ') + arguments.join(QLatin1Char(' '))
+                   + QLatin1Char('\n')
+                   + (result.standardError.isEmpty() ? result.standardOutput : result.standardError));
+}
+
+} // namespace ProcessRunner
+
+ProcessRunner::Result AppModel::runProcessOffMain(const QString &command, const QStringList &arguments)
+{
+    const QString directory = packageRoot();
+    return awaitBackground([command, arguments, directory] { return ProcessRunner::run(command, arguments, directory); });
+}

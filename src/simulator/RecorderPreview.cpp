@@ -1,0 +1,38 @@
+// The recorder's picture of the device screen, with its pixel size and
+// the screen's scale.
+
+#include "model/AppError.h"
+#include "model/AppModel.h"
+#include "model/UuidText.h"
+
+#include <QDir>
+#include <QFile>
+
+void AppModel::refreshRecorderPreview()
+{
+    const std::optional<QString> device = activeDeviceID();
+    if (!device) {
+        setLastError(QStringLiteral("Attach to a booted simulator before refreshing preview."));
+        return;
+    }
+    const QString path = QDir::tempPath() + QStringLiteral("/quillmark-preview-") + UuidText::create()
+                         + QStringLiteral(".png");
+    try {
+        ProcessRunner::run(QStringLiteral("xcrun"),
+                           {QStringLiteral("simctl"), QStringLiteral("io"), *device, QStringLiteral("screenshot"), path},
+                           packageRoot());
+        QImage image;
+        if (!image.load(path))
+            throw AppError(QStringLiteral("Could not load preview screenshot."));
+        recorderPreviewImage = image;
+        recorderPreviewPixelSize = QSizeF(image.width(), image.height());
+        emit changed();
+        recorderPreviewScale = simulatorDisplayScale(*device);
+    } catch (const AppError &error) {
+        QFile::remove(path);
+        setLastError(QStringLiteral("Could not refresh simulator preview: ") + error.message());
+        return;
+    }
+    QFile::remove(path);
+    clearLastError();
+}

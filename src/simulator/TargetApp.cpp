@@ -1,0 +1,105 @@
+// Starting the project's app on a simulator in a given language, and the
+// device preparations generation needs around it.
+
+#include "model/AppError.h"
+#include "model/AppModel.h"
+#include "model/Await.h"
+#include "model/LanguageCatalog.h"
+
+namespace {
+
+const QString xcrun = QStringLiteral("xcrun");
+const QString simctl = QStringLiteral("simctl");
+
+QString appLabel(const ScreenshotProject &project)
+{
+    return project.appName.isEmpty() ? project.bundleId : project.appName;
+}
+
+} // namespace
+
+void AppModel::openTargetApp()
+{
+    const std::optional<QString> device = activeDeviceID();
+    if (!device) {
+        setLastError(QStringLiteral("Attach to a booted simulator before opening the target app."));
+        return;
+    }
+    if (project.bundleId.isEmpty()) {
+        refreshInstalledApps();
+        if (project.bundleId.isEmpty()) {
+            setLastError(QStringLiteral("Select the installed app before opening it."));
+            return;
+        }
+    }
+    const QString language = project.languages.value(0, QStringLiteral("en-US"));
+    try {
+        launchRecordedApp(*device, language);
+    } catch (const AppError &error) {
+        setLastError(QStringLiteral("Could not open target app: ") + error.message());
+        return;
+    }
+    awaitDelay(0.8); // let the first screen appear before the preview is taken
+    refreshRecorderPreview();
+    clearLastError();
+}
+
+void AppModel::ensureRecordedAppInstalled(const QString &device)
+{
+    if (project.bundleId.isEmpty())
+        throw AppError(QStringLiteral("Select the installed app before generating screenshots."));
+    try {
+        runProcessOffMain(xcrun, {simctl, QStringLiteral("get_app_container"), device, project.bundleId,
+                                  QStringLiteral("app")});
+    } catch (const AppError &) {
+        // simctl's own complaint says less than this does.
+        throw AppError(appLabel(project) + QStringLiteral(" is not installed on ") + displayNameForDeviceID(device)
+                       + QStringLiteral(".\nInstall or open the app on that Simulator first, then click Project > "
+                                        "Attach Simulator and Detect. Recorded checkpoints are still saved."));
+    }
+}
+
+void AppModel::launchRecordedApp(const QString &device, const QString &language)
+{
+    ensureRecordedAppInstalled(device);
+    try {
+        runProcessOffMain(xcrun, {simctl, QStringLiteral("terminate"), device, project.bundleId});
+    } catch (const AppError &) {
+        // Not running is the usual reason, and fine.
+    }
+    // The launch arguments force the language and the region formats, so
+    // the app shows that locale whatever the simulator's own settings.
+    QStringList arguments{simctl,
+                          QStringLiteral("launch"),
+                          QStringLiteral("--terminate-running-process"),
+                          device,
+                          project.bundleId,
+                          QStringLiteral("-AppleLanguages"),
+                          QLatin1Char('(') + language + QLatin1Char(')'),
+                          QStringLiteral("-AppleLocale"),
+                          QString(language).replace(QLatin1Char('-'), QLatin1Char('_'))};
+    arguments += project.globalLaunchArguments;
+    try {
+        runProcessOffMain(xcrun, arguments);
+    } catch (const AppError &error) {
+        throw AppError(appLabel(project) + QStringLiteral(" is installed on ") + displayNameForDeviceID(device)
+                       + QStringLiteral(", but Simulator could not launch it for ") + LanguageCatalog::label(language)
+                       + QStringLiteral(".\nOpen the app manually once in Simulator. If it closes immediately, the "
+                                        "app is crashing for that locale. Raw launch error: ")
+                       + error.message());
+    }
+}
+
+void AppModel::overrideStatusBar(const QString &device)
+{
+    runProcessOffMain(xcrun, {simctl, QStringLiteral("status_bar"), device, QStringLiteral("override"),
+                              QStringLiteral("--time"), QStringLiteral("9:41"), QStringLiteral("--batteryState"),
+                              QStringLiteral("charged"), QStringLiteral("--batteryLevel"), QStringLiteral("100"),
+                              QStringLiteral("--wifiMode"), QStringLiteral("active"), QStringLiteral("--wifiBars"),
+                              QStringLiteral("3")});
+}
+
+void AppModel::resetStatusBar(const QString &device)
+{
+    runProcessOffMain(xcrun, {simctl, QStringLiteral("status_bar"), device, QStringLiteral("clear")});
+}

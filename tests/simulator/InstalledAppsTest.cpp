@@ -1,0 +1,222 @@
+// Detecting and choosing the installed app, and starting it on the device
+// in a language, with a stand-in xcrun.
+
+#include "TestSupport.h"
+#include "XcrunStandIn.h"
+
+#include "model/AppError.h"
+#include "model/AppModel.h"
+#include "model/LanguageCatalog.h"
+#include "platform/scripted/ScriptedPlatformServices.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+QByteArray listApps(const QList<QPair<QString, QString>> &userApps)
+{
+    QByteArray text = "{\n    \"com.apple.Preferences\" =     {\n        ApplicationType = System;\n"
+                      "        CFBundleDisplayName = Settings;\n    };\n";
+    for (const auto &[bundleId, name] : userApps)
+        text += "    \"" + bundleId.toUtf8() + "\" =     {\n        ApplicationType = User;\n"
+                "        CFBundleDisplayName = \"" + name.toUtf8() + "\";\n    };\n";
+    return text + "}\n";
+}
+
+QString errorOf(const std::function<void()> &operation)
+{
+    try {
+        operation();
+    } catch (const AppError &error) {
+        return error.message();
+    }
+    return "(no error)";
+}
+
+} // namespace
+
+class InstalledAppsTest : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir root;
+
+    // A model attached to PHONE, named "iPhone 15" in messages.
+    std::unique_ptr<AppModel> attachedModel()
+    {
+        auto model = std::make_unique<AppModel>(root.path(), std::make_unique<ScriptedPlatformServices>());
+        model->project.devices = {"PHONE"};
+        model->project.attachedDeviceName = "iPhone 15";
+        return model;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        if (XcrunStandIn::isShadowed())
+            QSKIP("a real xcrun comes first on the runner's search path here");
+    }
+
+    void detectionNeedsADevice()
+    {
+        XcrunStandIn xcrun;
+        xcrun.respond("list", "{\"devices\": {}}");
+        AppModel model(root.path(), std::make_unique<ScriptedPlatformServices>());
+        model.refreshInstalledApps();
+        QCOMPARE(*model.lastError, QString("Attach to a booted simulator before detecting apps."));
+    }
+
+    void detectionFailure()
+    {
+        XcrunStandIn xcrun;
+        xcrun.respond("listapps", "", 149, "Invalid device: PHONE\n");
+        auto model = attachedModel();
+        model->installedApps = {{"Old", "old.app"}};
+        model->refreshInstalledApps();
+        QCOMPARE(*model->lastError, QString("Could not list installed apps: Command failed: xcrun simctl listapps "
+                                            "PHONE\nInvalid device: PHONE\n"));
+        QCOMPARE(model->installedApps.size(), 1);
+    }
+
+    void theOnlyUserAppIsSelected()
+    {
+        XcrunStandIn xcrun;
+        xcrun.respond("listapps", listApps({{"com.example.demo", "Demo App"}}));
+        auto model = attachedModel();
+        model->setLastError("stale");
+        model->refreshInstalledApps();
+        QVERIFY(!model->lastError);
+        QCOMPARE(model->installedApps, (QList<InstalledSimulatorApp>{{"Demo App", "com.example.demo"}}));
+        QCOMPARE(model->project.bundleId, QString("com.example.demo"));
+        QCOMPARE(model->project.appName, QString("Demo App"));
+        QVERIFY(model->project.outputDirectory.endsWith("/demo-app-" + model->project.projectID->left(8).toLower()));
+        QVERIFY(model->runLog.isEmpty());
+    }
+
+    void nothingIsSelectedAmongSeveralOrWhenChosen()
+    {
+        XcrunStandIn xcrun;
+        xcrun.respond("listapps", listApps({{"b.two", "Two"}, {"a.one", "One"}}));
+        auto model = attachedModel();
+        model->refreshInstalledApps();
+        QCOMPARE(model->installedApps.size(), 2);
+        QCOMPARE(model->project.bundleId, QString());
+
+        xcrun.respond("listapps", listApps({{"a.one", "One"}}));
+        model->project.bundleId = "chosen.before";
+        model->refreshInstalledApps();
+        QCOMPARE(model->project.bundleId, QString("chosen.before"));
+    }
+
+    void selectingAnotherAppKeepsTheFlowAndSaysSo()
+    {
+        XcrunStandIn xcrun;
+        auto model = attachedModel();
+        model->project.bundleId = "a.one";
+        model->project.screens = {ScreenDraft{"S1", "Home"}};
+        model->selectInstalledApp({"One", "a.one"});
+        QVERIFY(model->runLog.isEmpty());
+        model->selectInstalledApp({"Two", "b.two"});
+        QCOMPARE(model->runLog, QString("Selected a different app. Existing checkpoints were kept; re-record if "
+                                        "this flow belongs to the previous app.\n"));
+        QCOMPARE(model->project.screens.size(), 1);
+        QCOMPARE(model->project.attachedDeviceName, std::optional<QString>("iPhone 15"));
+
+        // A project without a device name takes it from the device list.
+        model->project.attachedDeviceName.reset();
+        model->availableDevices = {{"iPad Air", "PAD", "iOS 17 5", "Booted"}, {"iPhone 15 Pro", "PHONE", "iOS 18 0", "Booted"}};
+        model->selectInstalledApp({"Two", "b.two"});
+        QCOMPARE(model->project.attachedDeviceName, std::optional<QString>("iPhone 15 Pro"));
+    }
+
+    void launchPassesTheLocale()
+    {
+        XcrunStandIn xcrun;
+        xcrun.respond("terminate", "", 3, "found nothing to terminate\n");
+        auto model = attachedModel();
+        model->project.bundleId = "com.example.demo";
+        model->project.globalLaunchArguments = {"-UITests", "YES"};
+        model->launchRecordedApp("PHONE", "pt-BR");
+        const QList<QStringList> expected{
+            {"simctl", "get_app_container", "PHONE", "com.example.demo", "app"},
+            {"simctl", "terminate", "PHONE", "com.example.demo"},
+            {"simctl", "launch", "--terminate-running-process", "PHONE", "com.example.demo", "-AppleLanguages",
+             "(pt-BR)", "-AppleLocale", "pt_BR", "-UITests", "YES"},
+        };
+        QCOMPARE(xcrun.calls(), expected);
+    }
+
+    void launchFailures()
+    {
+        XcrunStandIn xcrun;
+        auto model = attachedModel();
+        QCOMPARE(errorOf([&] { model->launchRecordedApp("PHONE", "en-US"); }),
+                 QString("Select the installed app before generating screenshots."));
+        QVERIFY(xcrun.calls().isEmpty());
+
+        model->project.bundleId = "com.example.demo";
+        xcrun.respond("get_app_container", "", 2, "No such app\n");
+        QCOMPARE(errorOf([&] { model->ensureRecordedAppInstalled("PHONE"); }),
+                 QString("com.example.demo is not installed on iPhone 15.\nInstall or open the app on that Simulator "
+                         "first, then click Project > Attach Simulator and Detect. Recorded checkpoints are still saved."));
+
+        model->project.appName = "Demo";
+        xcrun.respond("get_app_container", "/containers/Demo.app\n");
+        xcrun.respond("launch", "", 1, "crashed\n");
+        QCOMPARE(errorOf([&] { model->launchRecordedApp("UNKNOWN-UDID", "ja"); }),
+                 "Demo is installed on UNKNOWN-UDID, but Simulator could not launch it for " + LanguageCatalog::label("ja")
+                     + ".\nOpen the app manually once in Simulator. If it closes immediately, the app is crashing for "
+                       "that locale. Raw launch error: Command failed: xcrun simctl launch --terminate-running-process "
+                       "UNKNOWN-UDID com.example.demo -AppleLanguages (ja) -AppleLocale ja\ncrashed\n");
+    }
+
+    void statusBar()
+    {
+        XcrunStandIn xcrun;
+        auto model = attachedModel();
+        model->overrideStatusBar("PHONE");
+        model->resetStatusBar("PHONE");
+        const QList<QStringList> expected{
+            {"simctl", "status_bar", "PHONE", "override", "--time", "9:41", "--batteryState", "charged",
+             "--batteryLevel", "100", "--wifiMode", "active", "--wifiBars", "3"},
+            {"simctl", "status_bar", "PHONE", "clear"},
+        };
+        QCOMPARE(xcrun.calls(), expected);
+        xcrun.respond("status_bar", "", 1);
+        QVERIFY(errorOf([&] { model->resetStatusBar("PHONE"); }).startsWith("Command failed: xcrun simctl status_bar"));
+    }
+
+    void openTargetApp()
+    {
+        XcrunStandIn xcrun;
+        xcrun.respond("list", "{\"devices\": {}}");
+        AppModel detached(root.path(), std::make_unique<ScriptedPlatformServices>());
+        detached.openTargetApp();
+        QCOMPARE(*detached.lastError, QString("Attach to a booted simulator before opening the target app."));
+
+        auto model = attachedModel();
+        xcrun.respond("listapps", listApps({{"a.one", "One"}, {"b.two", "Two"}}));
+        model->openTargetApp();
+        QCOMPARE(*model->lastError, QString("Select the installed app before opening it."));
+
+        xcrun.respond("listapps", listApps({{"com.example.demo", "Demo"}}));
+        xcrun.respond("io-enumerate", "Preferred UI Scale: 2\n");
+        xcrun.setScreenshot(QImage(20, 40, QImage::Format_RGB32));
+        model->project.languages = {"de-DE", "en-US"};
+        model->openTargetApp();
+        QVERIFY(!model->lastError);
+        QCOMPARE(model->project.bundleId, QString("com.example.demo"));
+        const QList<QStringList> calls = xcrun.calls();
+        QVERIFY(calls.contains(QStringList{"simctl", "launch", "--terminate-running-process", "PHONE",
+                                           "com.example.demo", "-AppleLanguages", "(de-DE)", "-AppleLocale", "de_DE"}));
+        QCOMPARE(model->recorderPreviewPixelSize, QSizeF(20, 40));
+
+        xcrun.respond("launch", "", 1, "boom\n");
+        model->openTargetApp();
+        QVERIFY(model->lastError->startsWith("Could not open target app: Demo is installed on iPhone 15, but"));
+    }
+};
+
+VANTREL_TEST(InstalledAppsTest);
+#include "InstalledAppsTest.moc"

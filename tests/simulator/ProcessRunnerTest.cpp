@@ -1,0 +1,140 @@
+// Running external commands: search path, environment, streams and the
+// failure text.
+
+#include "TestSupport.h"
+
+#include "model/AppError.h"
+#include "model/AppModel.h"
+#include "platform/scripted/ScriptedPlatformServices.h"
+#include "simulator/ProcessRunner.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+const QString fixedPath = "/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin";
+
+ProcessRunner::Result shell(const QString &script)
+{
+    return ProcessRunner::run("sh", {"-c", script}, QDir::tempPath());
+}
+
+QString failureText(const QString &command, const QStringList &arguments)
+{
+    try {
+        ProcessRunner::run(command, arguments, QDir::tempPath());
+    } catch (const AppError &error) {
+        return error.message();
+    }
+    return "(succeeded)";
+}
+
+} // namespace
+
+class ProcessRunnerTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void searchPath_data()
+    {
+        QTest::addColumn<bool>("isSet");
+        QTest::addColumn<QByteArray>("inherited");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("absent") << false << QByteArray() << fixedPath;
+        QTest::newRow("empty") << true << QByteArray() << fixedPath;
+        QTest::newRow("inherited") << true << QByteArray("/x") << fixedPath + ":/x";
+        QTest::newRow("repeats kept") << true << QByteArray("/usr/bin:/y") << fixedPath + ":/usr/bin:/y";
+    }
+
+    void searchPath()
+    {
+        QFETCH(bool, isSet);
+        QFETCH(QByteArray, inherited);
+        QFETCH(QString, expected);
+        const QByteArray saved = qgetenv("PATH");
+        if (isSet)
+            qputenv("PATH", inherited);
+        else
+            qunsetenv("PATH");
+        const ProcessRunner::Result result = shell("printf %s \"$PATH\"");
+        qputenv("PATH", saved);
+        QCOMPARE(result.standardOutput, expected);
+    }
+
+    void otherVariablesAndDirectoryReachTheChild()
+    {
+        QTemporaryDir dir;
+        qputenv("VANTREL_RUNNER_MARK", "a b=c");
+        const ProcessRunner::Result result =
+            ProcessRunner::run("sh", {"-c", "printf '%s|%s' \"$VANTREL_RUNNER_MARK\" \"$(pwd -P)\""}, dir.path());
+        qunsetenv("VANTREL_RUNNER_MARK");
+        QCOMPARE(result.standardOutput, "a b=c|" + QDir(dir.path()).canonicalPath());
+    }
+
+    void failures_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("output only, exit 3") << "sh" << QStringList{"-c", "printf 'out\\n'; exit 3"}
+                                             << "Command failed: sh -c printf 'out\\n'; exit 3\nout\n";
+        QTest::newRow("both streams") << "sh" << QStringList{"-c", "echo out; echo err >&2; exit 1"}
+                                      << "Command failed: sh -c echo out; echo err >&2; exit 1\nerr\n";
+        QTest::newRow("no arguments, silent") << "false" << QStringList{} << "Command failed: false \n";
+        QTest::newRow("killed by a signal") << "sh" << QStringList{"-c", "kill -9 $$"}
+                                            << "Command failed: sh -c kill -9 $$\n";
+        QTest::newRow("empty argument kept") << "sh" << QStringList{"-c", "exit 1", ""}
+                                             << "Command failed: sh -c exit 1 \n";
+    }
+
+    void failures()
+    {
+        QFETCH(QString, command);
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, message);
+        QCOMPARE(failureText(command, arguments), message);
+    }
+
+    void missingCommandCarriesTheComplaint()
+    {
+        const QString text = failureText("vantrel-no-such-tool", {"list", "--json"});
+        QVERIFY2(text.startsWith("Command failed: vantrel-no-such-tool list --json\n"), qPrintable(text));
+        QVERIFY2(text.contains("vantrel-no-such-tool") && text.contains("No such file"), qPrintable(text));
+    }
+
+    void successKeepsWarnings()
+    {
+        const ProcessRunner::Result result = shell("echo warning >&2; echo ok");
+        QCOMPARE(result.standardOutput, QString("ok\n"));
+        QCOMPARE(result.standardError, QString("warning\n"));
+    }
+
+    void invalidUtf8ReadsAsEmpty()
+    {
+        const ProcessRunner::Result result = shell("printf 'ok\\377\\376'; printf 'caf\\303\\251' >&2");
+        QCOMPARE(result.standardOutput, QString());
+        QCOMPARE(result.standardError, QString("caf\u00e9"));
+    }
+
+    // A long device list must not stall the runner on a full pipe.
+    void outputLargerThanAPipe()
+    {
+        const ProcessRunner::Result result = shell("head -c 300000 /dev/zero | tr '\\0' x; head -c 100000 /dev/zero >&2");
+        QCOMPARE(result.standardOutput.size(), 300000);
+        QCOMPARE(result.standardError.size(), 100000);
+    }
+
+    void offMainRunsInThePackageRoot()
+    {
+        QTemporaryDir root;
+        AppModel model(root.path(), std::make_unique<ScriptedPlatformServices>());
+        const ProcessRunner::Result result = model.runProcessOffMain("sh", {"-c", "pwd -P"});
+        QCOMPARE(result.standardOutput.trimmed(), QDir(root.path()).canonicalPath());
+        QVERIFY_THROWS_EXCEPTION(AppError, model.runProcessOffMain("sh", {"-c", "exit 2"}));
+    }
+};
+
+VANTREL_TEST(ProcessRunnerTest);
+#include "ProcessRunnerTest.moc"
