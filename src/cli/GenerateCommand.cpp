@@ -1,0 +1,96 @@
+// vantrel generate: replays the recorded flow for every selected device and
+// language, showing progress while it runs and the outcome at the end.
+// Ctrl-C cancels the way the desktop's Cancel button does.
+
+#include "Command.h"
+#include "GenerateInterrupts.h"
+#include "GenerateProgressDisplay.h"
+
+#include <QEventLoop>
+#include <QFutureWatcher>
+#include <QTimer>
+#include <unistd.h>
+
+namespace {
+
+// Exit status of a cancelled run, as a shell reports an interrupted command.
+constexpr int cancelledStatus = 130;
+
+void printOutcome(CommandContext &c, const RunOutcome &outcome)
+{
+    // A failure goes to standard error, once: it is also the last error.
+    QTextStream &stream = outcome.kind == RunOutcomeKind::failed ? c.err : c.out;
+    stream << "\n" << outcome.title << "\n" << outcome.detail << "\n";
+    stream.flush();
+}
+
+int exitStatus(const std::optional<RunOutcome> &outcome)
+{
+    if (!outcome)
+        return 1;
+    switch (outcome->kind) {
+    case RunOutcomeKind::success: return 0;
+    case RunOutcomeKind::cancelled: return cancelledStatus;
+    case RunOutcomeKind::failed: return 1;
+    }
+    return 1;
+}
+
+// Runs the event loop until the run's worker has finished. A cancel clears
+// runTask at once, so the run is followed through its own future.
+void waitForRun(AppModel &model, QFuture<void> task, GenerateProgressDisplay &display, bool live)
+{
+    QEventLoop loop;
+    QFutureWatcher<void> watcher;
+    QObject::connect(&watcher, &QFutureWatcher<void>::finished, &loop, &QEventLoop::quit);
+    // A terminal is redrawn at most ten times a second; plain output follows every change.
+    QTimer redraw;
+    redraw.setSingleShot(true);
+    redraw.setInterval(100);
+    QObject::connect(&redraw, &QTimer::timeout, &loop, [&display] { display.update(); });
+    QObject::connect(&model, &AppModel::changed, &loop, [&] {
+        if (!live)
+            display.update();
+        else if (!redraw.isActive())
+            redraw.start();
+    });
+    GenerateInterrupts interrupts([&model] { model.cancelRun(); });
+    watcher.setFuture(task);
+    if (!task.isFinished())
+        loop.exec();
+}
+
+int runGenerate(CommandContext &c)
+{
+    const bool plain = c.takeFlag(QStringLiteral("--plain"));
+    if (!c.arguments.isEmpty())
+        return c.usageError(QStringLiteral("generate takes no arguments besides --plain."));
+    const bool live = !plain && ::isatty(STDOUT_FILENO);
+    GenerateProgressDisplay display(c, live);
+
+    c.model.startRecordedAttachedCapture();
+    waitForRun(c.model, c.model.runTask, display, live);
+    display.finish();
+
+    if (c.model.lastRunOutcome)
+        printOutcome(c, *c.model.lastRunOutcome);
+    const int status = exitStatus(c.model.lastRunOutcome);
+    if (status == 1 && c.model.lastRunOutcome)
+        c.model.clearLastError(); // already printed with the outcome
+    return status;
+}
+
+} // namespace
+
+VANTREL_COMMAND({QStringLiteral("generate"), QStringLiteral("generate [--plain]"),
+                 QStringLiteral("Replays the recorded flow on the attached Simulator for every selected\n"
+                                "language and saves one PNG per checkpoint into the output folder,\n"
+                                "output/<language>/<device>/NN-name.png. Screenshots that drifted from\n"
+                                "their recorded checkpoint go to _needs-review and stop the run.\n"
+                                "\n"
+                                "On a terminal the progress of every device and language is shown live;\n"
+                                "--plain (or output to a pipe or file) prints one line per change.\n"
+                                "Ctrl-C cancels the run and ends the build.\n"
+                                "\n"
+                                "Exit status: 0 when complete, 1 when failed, 130 when cancelled."),
+                 runGenerate});
