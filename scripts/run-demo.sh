@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
-# Sets up, builds and runs the main job against a fresh data root.
+# Sets up, builds and runs the main job against a fresh data root: attach,
+# record a short flow, generate it for several languages (scripts/demo.sh).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh
-root="$(mktemp -d "${TMPDIR:-/tmp}/vantrel-demo.XXXXXX")"
-echo "Data root: $root"
-./build/src/cli/vantrel --root "$root" status
+exec bash scripts/demo.sh
