@@ -191,6 +191,57 @@ public:
     bool isManualCaptureURL(const QString &path) const;
     std::optional<QString> existingLastManualCaptureURL() const;
 
+    // The recorder: a recording collects operations in pendingOperations
+    // until a checkpoint takes them.
+    void startFlowRecording();
+    void stopFlowRecording();
+    void resetRecordedFlow();
+    bool canResetRecordedFlow() const;
+    void addRecordedType(const QString &text);
+    // A tap or swipe (device points) entered without the Simulator window,
+    // as the scriptable recorder does: performed on the device at once and
+    // recorded like a click in the window.
+    void addRecordedGesture(const OperationDraft &operation);
+    // Both of the above: perform on the device, then record with its wait.
+    void recordPerformedOperation(const OperationDraft &operation, const QString &noDeviceMessage,
+                                  const QString &failurePrefix);
+    void startSimulatorEventMonitoring();
+    void stopSimulatorEventMonitoring();
+    // `event.location` is the pointer position when the event happened.
+    void handleSimulatorMouseEvent(const DesktopMouseEvent &event, ReferenceSeconds now = ReferenceDate::now());
+    std::optional<OperationDraft> recordedDelayOperation(ReferenceSeconds actionDate) const;
+    void appendRecordedOperation(const OperationDraft &operation, ReferenceSeconds actionDate);
+    qsizetype recordedInputActionCount() const;
+    bool canSaveNextFlowCheckpoint() const;
+    // Replays operations on the device now, outside any generation run.
+    // Throws what the replay runner throws.
+    void perform(const QList<OperationDraft> &operations, const QString &device);
+
+    // Checkpoints: the i-th entry of project.screens with the manual screen of index i.
+    QList<ManualScreenDraft> manualScreens() const;
+    qint64 nextManualCaptureIndex() const; // manualCaptureIndex; 1 when unset or below 2
+    static QString checkpointFileName(qint64 index, const QString &name); // "03-settings.png"
+    QString defaultManualCaptureName() const;
+    QString manualCaptureName(const QString &nameOverride) const;
+    QString manualCaptureFilenamePreview(const QString &nameOverride) const;
+    QString resolvedManualCaptureName(const QString &nameOverride, const QString &screenshotPath);
+    void captureManualScreenshot(const QString &nameOverride);
+    // `xcrun simctl io <device> screenshot <path>`, off the main thread; throws.
+    void takeSimulatorScreenshot(const QString &device, const QString &path);
+    void retakeCheckpoint(const ManualScreenDraft &checkpoint);
+    void deleteCheckpoint(const ManualScreenDraft &checkpoint);
+    void moveCheckpoint(const ManualScreenDraft &checkpoint, qint64 offset);
+    void deleteLastManualCapture();
+    bool canDeleteLastManualCapture() const;
+    QString manualCaptureURL(const ManualScreenDraft &checkpoint) const;
+    void upsertManualScreen(qint64 index, const QString &name, const QString &filename);
+    void removeManualScreen(qint64 index);
+    void removeRecordedScreen(qint64 index);
+    void rewriteCheckpointOrder(QList<ManualScreenDraft> checkpoints); // throws AppError
+    void moveScreenshotToTrash(const QString &path);
+    void removeManualCheckpointFiles();
+    void syncManualScreensFromExistingCapturesIfNeeded();
+
     // ------------------------------------------------- generation (generation/)
     // The recorded run: one worker that changes state only through calls onto
     // the main thread. start cancels a run in flight first; cancelRun ends a

@@ -18,5 +18,6 @@ void AppModel::refreshAfterLoad()
         refreshInstalledApps();
     refreshReviewImages();
     refreshProjectSnapshots();
+    syncManualScreensFromExistingCapturesIfNeeded();
     refreshRecorderPreview();
 }

@@ -3,6 +3,10 @@
 
 #include "model/AppModel.h"
 
+#include "generation/ScreenshotFileName.h"
+#include "model/PathSanitizer.h"
+#include "model/UuidText.h"
+
 #include <QCollator>
 #include <QDir>
 #include <QFileInfo>
@@ -11,6 +15,31 @@
 QString AppModel::manualCaptureDirectory() const
 {
     return project.outputDirectory + QStringLiteral("/manual");
+}
+
+QList<ManualScreenDraft> AppModel::manualScreens() const
+{
+    return project.manualScreens.value_or(QList<ManualScreenDraft>{});
+}
+
+qint64 AppModel::nextManualCaptureIndex() const
+{
+    const qint64 index = project.manualCaptureIndex.value_or(1);
+    return index < 2 ? 1 : index;
+}
+
+QString AppModel::checkpointFileName(qint64 index, const QString &name)
+{
+    // The generated screenshots of a checkpoint carry the same name.
+    return screenshotFileName(index, name);
+}
+
+QString AppModel::manualCaptureURL(const ManualScreenDraft &checkpoint) const
+{
+    const QString filename = checkpoint.filename && !checkpoint.filename->isEmpty()
+                                 ? *checkpoint.filename
+                                 : checkpointFileName(checkpoint.index, checkpoint.name);
+    return manualCaptureDirectory() + QLatin1Char('/') + filename;
 }
 
 QStringList AppModel::manualCaptureURLs() const
@@ -57,4 +86,35 @@ std::optional<QString> AppModel::existingLastManualCaptureURL() const
     if (all.isEmpty())
         return std::nullopt;
     return all.last();
+}
+
+void AppModel::removeManualCheckpointFiles()
+{
+    // Deleted outright: a reset throws the whole flow away on purpose. One
+    // file that resists does not keep the others.
+    for (const QString &path : manualCaptureURLs())
+        QFile::remove(path);
+}
+
+void AppModel::syncManualScreensFromExistingCapturesIfNeeded()
+{
+    if (!manualScreens().isEmpty())
+        return;
+    QList<ManualScreenDraft> screens;
+    for (const QString &path : manualCaptureURLs()) {
+        const QFileInfo info(path);
+        const QString base = info.completeBaseName();
+        const qsizetype dash = base.indexOf(QLatin1Char('-'));
+        bool isNumber = false;
+        const qint64 number = (dash < 0 ? base : base.left(dash)).toLongLong(&isNumber, 10);
+        if (!isNumber)
+            continue; // not a checkpoint image
+        // A bare number has no name of its own; it keeps the generic one.
+        const QString rest = dash < 0 ? QString() : base.mid(dash + 1);
+        screens.append({UuidText::create(), number, rest.isEmpty() ? QStringLiteral("screen") : rest, info.fileName()});
+    }
+    if (screens.isEmpty())
+        return;
+    project.manualScreens = screens;
+    emit changed();
 }

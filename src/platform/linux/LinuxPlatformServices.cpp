@@ -3,6 +3,7 @@
 // with the desktop's default application.
 
 #include "platform/PlatformServices.h"
+#include "platform/TesseractTextRecognizer.h"
 
 #include <QDesktopServices>
 #include <QFile>
@@ -46,9 +47,9 @@ public:
     QList<RecognizedTextLine> recognizeText(const QImage &image) override;
 };
 
-QList<RecognizedTextLine> LinuxPlatformServices::recognizeText(const QImage &)
+QList<RecognizedTextLine> LinuxPlatformServices::recognizeText(const QImage &image)
 {
-    return {};
+    return TesseractTextRecognizer::recognize(image);
 }
 
 } // namespace

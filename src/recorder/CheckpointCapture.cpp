@@ -1,0 +1,111 @@
+// Taking a checkpoint's reference screenshot from the Simulator: a new
+// checkpoint at the end of the flow, or a retake of an existing one. The
+// screenshot lands under a hidden temporary name first and is renamed into
+// place only once it is complete and named.
+
+#include "model/AppModel.h"
+
+#include "model/AppError.h"
+#include "model/UuidText.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <exception>
+
+namespace {
+
+QString hiddenTemporaryPath(const QString &folder, const QString &prefix)
+{
+    return folder + QLatin1Char('/') + prefix + UuidText::create() + QStringLiteral(".png");
+}
+
+// Replaces whatever is at `target` with the file at `source`.
+void moveReplacing(const QString &source, const QString &target)
+{
+    if (QFileInfo::exists(target) && !QFile::remove(target))
+        throw AppError(QStringLiteral("Could not replace %1.").arg(target));
+    QFile file(source);
+    if (!file.rename(target))
+        throw AppError(file.errorString());
+}
+
+} // namespace
+
+void AppModel::takeSimulatorScreenshot(const QString &device, const QString &path)
+{
+    runProcessOffMain(QStringLiteral("xcrun"),
+                      {QStringLiteral("simctl"), QStringLiteral("io"), device, QStringLiteral("screenshot"), path});
+    if (!QFileInfo(path).isFile())
+        throw AppError(QStringLiteral("The Simulator wrote no screenshot to %1.").arg(path));
+}
+
+void AppModel::captureManualScreenshot(const QString &nameOverride)
+{
+    if (isRecordingFlow && !canSaveNextFlowCheckpoint()) {
+        setLastError(QStringLiteral("No recorded navigation since the previous checkpoint. Click or drag inside "
+                                    "the real Simulator window, or use Type, before saving the next checkpoint."));
+        return;
+    }
+    const std::optional<QString> device = activeDeviceID();
+    if (!device) {
+        setLastError(QStringLiteral("Attach to a booted simulator before saving a checkpoint."));
+        return;
+    }
+    const QString folder = manualCaptureDirectory();
+    const QString temporary = hiddenTemporaryPath(folder, QStringLiteral(".capture-"));
+    try {
+        if (!QDir().mkpath(folder))
+            throw AppError(QStringLiteral("Could not create the folder %1.").arg(folder));
+        const ReferenceSeconds actionDate = ReferenceDate::now();
+        const std::optional<OperationDraft> wait = isRecordingFlow ? recordedDelayOperation(actionDate) : std::nullopt;
+        takeSimulatorScreenshot(*device, temporary);
+        const QString name = resolvedManualCaptureName(nameOverride, temporary);
+        const qint64 index = nextManualCaptureIndex();
+        const QString target = folder + QLatin1Char('/') + checkpointFileName(index, name);
+        moveReplacing(temporary, target);
+        upsertManualScreen(index, name, QFileInfo(target).fileName());
+        if (isRecordingFlow) {
+            if (wait)
+                pendingOperations.append(*wait);
+            project.screens.append(ScreenDraft{.id = UuidText::create(), .name = name, .operations = pendingOperations});
+            pendingOperations.clear();
+            // Measured after the capture, so its own duration never becomes a wait.
+            lastRecordedActionAt = ReferenceDate::now();
+        }
+        project.manualCaptureIndex = index + 1;
+        lastManualCaptureURL = target;
+        refreshReviewImages();
+        if (saveProject())
+            clearLastError();
+    } catch (const std::exception &error) {
+        QFile::remove(temporary);
+        setLastError(QStringLiteral("Could not capture current simulator: ") + QString::fromStdString(error.what()));
+    }
+}
+
+void AppModel::retakeCheckpoint(const ManualScreenDraft &checkpoint)
+{
+    const std::optional<QString> device = activeDeviceID();
+    if (!device) {
+        setLastError(QStringLiteral("Attach to a booted simulator before retaking a checkpoint."));
+        return;
+    }
+    const QString folder = manualCaptureDirectory();
+    const QString temporary = hiddenTemporaryPath(folder, QStringLiteral(".retake-"));
+    try {
+        if (!QDir().mkpath(folder))
+            throw AppError(QStringLiteral("Could not create the folder %1.").arg(folder));
+        takeSimulatorScreenshot(*device, temporary);
+        const QString target = manualCaptureURL(checkpoint);
+        moveReplacing(temporary, target);
+        // The navigation that leads to the checkpoint stays as recorded.
+        upsertManualScreen(checkpoint.index, checkpoint.name, QFileInfo(target).fileName());
+        if (saveProject())
+            clearLastError();
+        refreshReviewImages();
+    } catch (const std::exception &error) {
+        QFile::remove(temporary);
+        setLastError(QStringLiteral("Could not retake checkpoint: ") + QString::fromStdString(error.what()));
+    }
+}

@@ -1,0 +1,120 @@
+// Starting, stopping and resetting a recorded flow, and how operations join
+// it: every action is preceded by a wait measured from the previous one.
+
+#include "model/AppModel.h"
+
+#include "model/AppError.h"
+#include "replay/XCUITestReplay.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+bool isInputAction(const OperationDraft &operation) { return !operation.isWait(); }
+
+} // namespace
+
+void AppModel::startFlowRecording()
+{
+    if (!activeDeviceID()) {
+        setLastError(QStringLiteral("Attach to a booted simulator before recording."));
+        return;
+    }
+    if (project.bundleId.isEmpty())
+        refreshInstalledApps();
+    if (project.bundleId.isEmpty()) {
+        setLastError(QStringLiteral("Select the installed app before starting Record Flow."));
+        return;
+    }
+    try {
+        XCUITestReplay::ensureAvailable();
+    } catch (...) {
+        // The tool's own complaint means little to someone about to record.
+        setLastError(QStringLiteral("Install the latest stable Xcode before recording. The app uses XCUITest "
+                                    "to replay taps, swipes, and typed text."));
+        return;
+    }
+    isRecordingFlow = true;
+    project.screens.clear();
+    project.manualScreens = QList<ManualScreenDraft>{};
+    project.manualCaptureIndex = 1;
+    pendingOperations.clear();
+    // The first action is preceded by a wait measured from the start.
+    lastRecordedActionAt = ReferenceDate::now();
+    saveProject();
+    refreshRecorderPreview();
+    startSimulatorEventMonitoring();
+}
+
+void AppModel::stopFlowRecording()
+{
+    isRecordingFlow = false;
+    lastRecordedActionAt.reset();
+    pendingOperations.clear();
+    stopSimulatorEventMonitoring();
+    saveProject();
+}
+
+void AppModel::resetRecordedFlow()
+{
+    const bool wasRecording = isRecordingFlow;
+    pendingOperations.clear();
+    selectedScreenID.reset();
+    simulatorMouseDown.reset();
+    project.screens.clear();
+    project.manualScreens = QList<ManualScreenDraft>{};
+    project.manualCaptureIndex = 1;
+    lastManualCaptureURL.reset();
+    lastRecordedActionAt = wasRecording ? std::optional(ReferenceDate::now()) : std::nullopt;
+    removeManualCheckpointFiles();
+    refreshReviewImages();
+    saveProject();
+    clearLastError();
+    isRecordingFlow = wasRecording;
+    if (wasRecording)
+        startSimulatorEventMonitoring();
+    else
+        stopSimulatorEventMonitoring();
+}
+
+bool AppModel::canResetRecordedFlow() const
+{
+    return !project.screens.isEmpty() || !manualScreens().isEmpty() || !pendingOperations.isEmpty()
+           || (project.manualCaptureIndex && *project.manualCaptureIndex >= 2) || lastManualCaptureURL.has_value();
+}
+
+std::optional<OperationDraft> AppModel::recordedDelayOperation(ReferenceSeconds actionDate) const
+{
+    if (!isRecordingFlow || !lastRecordedActionAt)
+        return std::nullopt;
+    const double interval = actionDate - *lastRecordedActionAt;
+    if (interval < minimumRecordedDelay)
+        return std::nullopt;
+    // One decimal, never longer than the maximum.
+    return OperationDraft::wait(std::round(std::min(interval, maximumRecordedDelay) * 10.0) / 10.0);
+}
+
+void AppModel::appendRecordedOperation(const OperationDraft &operation, ReferenceSeconds actionDate)
+{
+    if (const std::optional<OperationDraft> wait = recordedDelayOperation(actionDate))
+        pendingOperations.append(*wait);
+    pendingOperations.append(operation);
+    lastRecordedActionAt = actionDate;
+    saveProject();
+}
+
+qsizetype AppModel::recordedInputActionCount() const
+{
+    qsizetype count = std::count_if(pendingOperations.begin(), pendingOperations.end(), isInputAction);
+    for (const ScreenDraft &screen : project.screens)
+        count += std::count_if(screen.operations.begin(), screen.operations.end(), isInputAction);
+    return count;
+}
+
+bool AppModel::canSaveNextFlowCheckpoint() const
+{
+    // The first checkpoint needs no navigation; every later one does.
+    return project.screens.isEmpty()
+           || std::any_of(pendingOperations.begin(), pendingOperations.end(), isInputAction);
+}

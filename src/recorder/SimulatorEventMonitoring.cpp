@@ -1,0 +1,82 @@
+// Clicks and drags in the real Simulator window become taps and swipes in
+// device points. The platform delivers left-button presses and releases from
+// anywhere on the desktop; only those on the simulated screen count.
+
+#include "model/AppModel.h"
+
+#include "OperationDescription.h"
+#include "RecordedGesture.h"
+#include "SimulatorScreenMapper.h"
+#include "simulator/SimulatorWindowLocator.h"
+
+#include <QPointer>
+#include <QTimer>
+
+namespace {
+
+// The app needs a moment to react before the preview shows the new screen.
+constexpr int previewDelayMilliseconds = 250;
+
+} // namespace
+
+void AppModel::startSimulatorEventMonitoring()
+{
+    stopSimulatorEventMonitoring(); // at most one monitor
+    simulatorEventRecordingStatus = QStringLiteral(
+        "Recording real Simulator clicks. Click or drag inside the Simulator window, then save checkpoints here.");
+    if (!platform().isAccessibilityTrusted())
+        // Without the permission the desktop may deliver no events at all;
+        // recording goes on, the user is told where to allow it.
+        simulatorEventRecordingStatus = QStringLiteral(
+            "Recording real Simulator clicks. If nothing is recorded, allow this app in System Settings > "
+            "Privacy & Security > Accessibility.");
+    QPointer<AppModel> model(this);
+    simulatorEventMonitorInstalled = platform().startMouseMonitor([model](const DesktopMouseEvent &event) {
+        if (model)
+            model->handleSimulatorMouseEvent(event);
+    });
+    emit changed();
+}
+
+void AppModel::stopSimulatorEventMonitoring()
+{
+    if (simulatorEventMonitorInstalled)
+        platform().stopMouseMonitor();
+    simulatorEventMonitorInstalled = false;
+    simulatorMouseDown.reset();
+    simulatorEventRecordingStatus = idleRecordingStatus();
+    emit changed();
+}
+
+void AppModel::handleSimulatorMouseEvent(const DesktopMouseEvent &event, ReferenceSeconds now)
+{
+    if (!isRecordingFlow)
+        return;
+    const QPointF pointer = event.location;
+    std::optional<QPointF> devicePoint;
+    const std::optional<QSizeF> size = SimulatorScreenMapper::deviceSize(recorderPreviewPixelSize, recorderPreviewScale);
+    if (size) {
+        if (const std::optional<QRectF> frame = SimulatorWindowLocator::windowFrame(platform()))
+            devicePoint = SimulatorScreenMapper::devicePoint(pointer, *frame, *size);
+    }
+    if (!devicePoint) {
+        // A press on the title strip or the letterbox cancels a pending press.
+        if (event.type == MouseEventType::leftMouseDown)
+            simulatorMouseDown.reset();
+        return;
+    }
+    if (event.type == MouseEventType::leftMouseDown) {
+        simulatorMouseDown = SimulatorMouseDown{pointer, *devicePoint, now};
+        return;
+    }
+    if (!simulatorMouseDown)
+        return;
+    const SimulatorMouseDown press = *simulatorMouseDown;
+    simulatorMouseDown.reset();
+    const OperationDraft operation = RecordedGesture::fromPressAndRelease(
+        {press.screenPoint, press.simulatorPoint, press.date}, {pointer, *devicePoint, now});
+    appendRecordedOperation(operation, now);
+    simulatorEventRecordingStatus = QStringLiteral("Recorded ") + OperationDescription::text(operation);
+    emit changed();
+    QTimer::singleShot(previewDelayMilliseconds, this, [this] { refreshRecorderPreview(); });
+}
