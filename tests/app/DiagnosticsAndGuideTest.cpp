@@ -33,12 +33,28 @@ class DiagnosticsAndGuideTest : public QObject
     Q_OBJECT
 
 private slots:
+    void diagnosticsHoldTheHeaderAndTheRunLog_data()
+    {
+        QTest::addColumn<QString>("attached"); // empty: not set
+        QTest::addColumn<QStringList>("devices");
+        QTest::addColumn<QString>("simulatorLine");
+        QTest::newRow("attached name") << QString("iPhone 15 Pro") << QStringList{"UDID-1"}
+                                       << QString("Simulator: iPhone 15 Pro");
+        QTest::newRow("first device") << QString() << QStringList{"UDID-1", "UDID-2"}
+                                      << QString("Simulator: UDID-1");
+        QTest::newRow("nothing") << QString() << QStringList{} << QString("Simulator: none");
+    }
+
     void diagnosticsHoldTheHeaderAndTheRunLog()
     {
+        QFETCH(QString, attached);
+        QFETCH(QStringList, devices);
+        QFETCH(QString, simulatorLine);
         Fixture f;
         ScreenshotProject &p = f.model->project;
-        p.attachedDeviceName = "iPhone 15 Pro";
-        p.devices = {"UDID-1"};
+        if (!attached.isEmpty())
+            p.attachedDeviceName = attached;
+        p.devices = devices;
         p.appName = "Shop";
         p.bundleId = "com.example.shop";
         p.languages = {"en-US", "de-DE"};
@@ -53,28 +69,8 @@ private slots:
         QCOMPARE(lines.size(), 10);
         QCOMPARE(lines[0], QString("Vantrel Diagnostics"));
         QVERIFY(lines[1].startsWith("Generated at: ") && lines[1].size() > 20);
-        QCOMPARE(lines.mid(2), (QStringList{"Simulator: iPhone 15 Pro", "App: Shop com.example.shop",
-                                            "Languages: en-US, de-DE", "Checkpoints: 2", "", "First line",
-                                            "Second line", ""}));
-    }
-
-    void simulatorLineFallsBackToDevicesThenNone_data()
-    {
-        QTest::addColumn<QStringList>("devices");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("first device") << QStringList{"UDID-1", "UDID-2"} << QString("Simulator: UDID-1");
-        QTest::newRow("no devices") << QStringList{} << QString("Simulator: none");
-    }
-
-    void simulatorLineFallsBackToDevicesThenNone()
-    {
-        QFETCH(QStringList, devices);
-        QFETCH(QString, expected);
-        Fixture f;
-        f.model->project.devices = devices;
-        const std::optional<QString> path = f.model->writeDiagnostics();
-        QVERIFY(path);
-        QCOMPARE(QString::fromUtf8(TestSupport::readFile(*path)).split('\n').value(2), expected);
+        QCOMPARE(lines.mid(2), (QStringList{simulatorLine, "App: Shop com.example.shop", "Languages: en-US, de-DE",
+                                            "Checkpoints: 2", "", "First line", "Second line", ""}));
     }
 
     void aFailedExportSaysSoAndRevealsNothing()

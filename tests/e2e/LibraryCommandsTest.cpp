@@ -168,35 +168,6 @@ private slots:
         QCOMPARE(cli.run({"projects", "open", "NO-SUCH-ID"}).status, 1);
     }
 
-    void deletingNeverTouchesFoldersOutsideTheOutputRoot_data()
-    {
-        QTest::addColumn<QString>("outputBelowRoot");
-        QTest::newRow("chosen by the user") << QString("../Shots");
-        QTest::newRow("look-alike of the root") << QString("output-old");
-        QTest::newRow("the output root itself") << QString("output");
-    }
-
-    void deletingNeverTouchesFoldersOutsideTheOutputRoot()
-    {
-        QFETCH(QString, outputBelowRoot);
-        Cli cli;
-        cli.ok({"status"});
-        const QString output = QDir::cleanPath(cli.root() + "/" + outputBelowRoot);
-        const QString image = TestSupport::writeFile(output + "/en-US/01.png", "png");
-        const QJsonObject other{{"schemaVersion", 2}, {"projectID", "OTHER"}, {"projectName", "Other"},
-                                {"appPath", ""}, {"appName", ""}, {"bundleId", ""}, {"isSimulatorBuild", false},
-                                {"outputDirectory", output}, {"devices", QJsonArray{}},
-                                {"languages", QJsonArray{"en-US"}}, {"openSimulator", true},
-                                {"resetAppData", true}, {"launchWaitSeconds", 2.0},
-                                {"globalLaunchArguments", QJsonArray{}}, {"stateArgumentName", "vantrel.screen"},
-                                {"sampleNameArgumentName", ""}, {"screens", QJsonArray{}}};
-        TestSupport::writeFile(cli.workspace() + "/projects/OTHER.json", QJsonDocument(other).toJson());
-
-        QCOMPARE(cli.ok({"projects", "delete", "OTHER"}).out, QString("Deleted project: Other\n"));
-        QVERIFY(QFileInfo::exists(image));
-        QCOMPARE(cli.json({"projects"}).toArray().size(), 1);
-    }
-
     void diagnosticsReviewAndGuide()
     {
         Cli cli;
