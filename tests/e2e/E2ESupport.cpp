@@ -1,0 +1,87 @@
+#include "E2ESupport.h"
+
+#include "TestSupport.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+
+namespace E2E {
+
+DeviceWorld::DeviceWorld()
+{
+    QDir().mkpath(root());
+    QDir().mkpath(scratch());
+    const Run shims = devicesim({QStringLiteral("shims"), m_dir.filePath(QStringLiteral("bin"))});
+    if (shims.status != 0)
+        qFatal("devicesim shims failed: %s", qPrintable(shims.err));
+}
+
+bool DeviceWorld::isShadowed(const QStringList &tools)
+{
+    for (const char *folder : {"/opt/homebrew/bin", "/usr/local/bin", "/usr/bin", "/bin", "/usr/sbin", "/sbin"})
+        for (const QString &tool : tools)
+            if (QFile::exists(QLatin1String(folder) + QLatin1Char('/') + tool))
+                return true;
+    return false;
+}
+
+QProcessEnvironment DeviceWorld::environment(const QHash<QString, QString> &extra) const
+{
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("PATH"), m_dir.filePath(QStringLiteral("bin")) + QLatin1Char(':') + env.value(QStringLiteral("PATH")));
+    env.insert(QStringLiteral("VANTREL_HOME"), root());
+    env.insert(QStringLiteral("DEVICESIM_HOME"), devicesimHome());
+    env.insert(QStringLiteral("DEVICESIM_TIME_SCALE"), QStringLiteral("0"));
+    env.remove(QStringLiteral("QUILLMARK_OUTPUT_DIR"));
+    env.remove(QStringLiteral("QUILLMARK_PROGRESS_FILE"));
+    for (auto it = extra.begin(); it != extra.end(); ++it)
+        env.insert(it.key(), it.value());
+    return env;
+}
+
+Run DeviceWorld::run(const QString &program, const QStringList &arguments, const QHash<QString, QString> &extra) const
+{
+    QProcess process;
+    process.setProcessEnvironment(environment(extra));
+    process.setWorkingDirectory(scratch());
+    process.start(program, arguments);
+    const bool finished = process.waitForFinished(120000);
+    const bool ok = finished && process.exitStatus() == QProcess::NormalExit;
+    return {ok ? process.exitCode() : -1, QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+Run DeviceWorld::vantrel(const QStringList &arguments, const QHash<QString, QString> &extra) const
+{
+    return run(TestSupport::vantrelBinary(), arguments, extra);
+}
+
+void DeviceWorld::startVantrel(QProcess &process, const QStringList &arguments) const
+{
+    process.setProcessEnvironment(environment());
+    process.setWorkingDirectory(scratch());
+    process.start(TestSupport::vantrelBinary(), arguments);
+}
+
+Run DeviceWorld::devicesim(const QStringList &arguments) const
+{
+    return run(TestSupport::devicesimBinary(), arguments, {});
+}
+
+Run DeviceWorld::xcrun(const QStringList &arguments) const
+{
+    return run(m_dir.filePath(QStringLiteral("bin/xcrun")), arguments, {});
+}
+
+QJsonObject DeviceWorld::savedProject() const
+{
+    return QJsonDocument::fromJson(TestSupport::readFile(root() + QStringLiteral("/.quillmark/project.json"))).object();
+}
+
+QJsonObject DeviceWorld::standInState() const
+{
+    return QJsonDocument::fromJson(devicesim({QStringLiteral("state")}).out.toUtf8()).object();
+}
+
+} // namespace E2E

@@ -1,0 +1,66 @@
+#pragma once
+// End-to-end plumbing: the real `vantrel` binary run against a private world
+// of the device stand-in. Each DeviceWorld has its own data root
+// (VANTREL_HOME), its own stand-in state (DEVICESIM_HOME, no simulated
+// pauses) and the stand-in's xcrun, xcodebuild and open first on PATH.
+
+#include <QHash>
+#include <QJsonObject>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+namespace E2E {
+
+struct Run
+{
+    int status = -1; // -1 when the program crashed or did not finish
+    QString out;
+    QString err;
+};
+
+// The default world of the stand-in (tools/devicesim/README.md).
+inline const QString iPhoneUdid = QStringLiteral("6E1A9C2B-4D3F-4B7A-9E51-7C2D8A4F1B36");
+inline const QString iPadUdid = QStringLiteral("B8F02D6C-1E7A-4C39-8D25-3A9E6F0C4D17");
+inline const QString demoBundleId = QStringLiteral("com.vantrel.demo.Trips");
+inline const QString demoAppName = QStringLiteral("Trips Caf\u00e9");
+
+class DeviceWorld
+{
+public:
+    DeviceWorld();
+
+    // Whether a real one of `tools` in the process runner's fixed folders
+    // would answer instead of the stand-in; tests skip then.
+    static bool isShadowed(const QStringList &tools = {QStringLiteral("xcrun"), QStringLiteral("xcodebuild"),
+                                                       QStringLiteral("open")});
+
+    QString root() const { return m_dir.filePath(QStringLiteral("root")); }
+    QString devicesimHome() const { return m_dir.filePath(QStringLiteral("devicesim")); }
+    // A scratch folder, also the working directory of every program run.
+    QString scratch() const { return m_dir.filePath(QStringLiteral("scratch")); }
+
+    // The environment every program of this world runs in; `extra` wins.
+    QProcessEnvironment environment(const QHash<QString, QString> &extra = {}) const;
+
+    Run vantrel(const QStringList &arguments, const QHash<QString, QString> &extra = {}) const;
+    // Starts vantrel without waiting (for long runs that a test cancels).
+    void startVantrel(QProcess &process, const QStringList &arguments) const;
+    // Set-up and inspection of the stand-in: devicesim device add, fault set, state...
+    Run devicesim(const QStringList &arguments) const;
+    // The stand-in answering as xcrun, as the product would call it.
+    Run xcrun(const QStringList &arguments) const;
+
+    // The current project as saved (workspace/project.json).
+    QJsonObject savedProject() const;
+    // The stand-in's state (devicesim state).
+    QJsonObject standInState() const;
+
+private:
+    Run run(const QString &program, const QStringList &arguments, const QHash<QString, QString> &extra) const;
+
+    QTemporaryDir m_dir;
+};
+
+} // namespace E2E

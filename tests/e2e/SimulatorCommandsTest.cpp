@@ -1,0 +1,167 @@
+// The simulator commands of the real `vantrel` against the device stand-in:
+// attach, detect and select the app, open it in a language, take a preview.
+
+#include "E2ESupport.h"
+#include "TestSupport.h"
+
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTest>
+
+using namespace E2E;
+
+namespace {
+
+QJsonArray jsonArray(const Run &run)
+{
+    return QJsonDocument::fromJson(run.out.toUtf8()).array();
+}
+
+QJsonObject runningDemo(const DeviceWorld &world)
+{
+    for (const QJsonValue &device : world.standInState().value("devices").toArray())
+        if (device.toObject().value("udid").toString() == iPhoneUdid)
+            for (const QJsonValue &app : device.toObject().value("running").toArray())
+                if (app.toObject().value("bundleId").toString() == demoBundleId)
+                    return app.toObject();
+    return {};
+}
+
+} // namespace
+
+class SimulatorCommandsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        if (DeviceWorld::isShadowed({"xcrun"}))
+            QSKIP("a real xcrun would answer instead of the device stand-in");
+    }
+
+    void attachDetectOpenAndPreview()
+    {
+        DeviceWorld world;
+        const Run attach = world.vantrel({"attach"});
+        QVERIFY2(attach.status == 0, qPrintable(attach.err));
+        QCOMPARE(attach.out, "Attached iPhone 15 Pro (" + iPhoneUdid + ").\nApp: " + demoAppName + " (" + demoBundleId
+                                 + ")\n");
+        QJsonObject project = world.savedProject();
+        QCOMPARE(project.value("devices").toArray(), QJsonArray{iPhoneUdid});
+        QCOMPARE(project.value("attachedDeviceName").toString(), QString("iPhone 15 Pro"));
+        QCOMPARE(project.value("bundleId").toString(), demoBundleId);
+
+        // Only the available iOS simulators; watch, TV and the unavailable iPhone 14 are left out.
+        const QJsonArray devices = jsonArray(world.vantrel({"devices", "--json"}));
+        QCOMPARE(devices.size(), 2);
+        QCOMPARE(devices.at(0)["udid"].toString(), iPadUdid);
+        QCOMPARE(devices.at(1)["runtime"].toString(), QString("iOS 17 5"));
+        QCOMPARE(devices.at(1)["attached"].toBool(), true);
+
+        const QJsonArray apps = jsonArray(world.vantrel({"apps", "--json"}));
+        QCOMPARE(apps, (QJsonArray{QJsonObject{{"name", demoAppName}, {"bundleId", demoBundleId}, {"selected", true}}}));
+
+        // Opening uses the project's first language and its region format.
+        QCOMPARE(world.vantrel({"languages", "toggle", "de-DE"}).status, 0);
+        QCOMPARE(world.vantrel({"languages", "toggle", "en-US"}).status, 0);
+        const Run open = world.vantrel({"open-app"});
+        QVERIFY2(open.status == 0, qPrintable(open.err));
+        QCOMPARE(open.out, "Opened " + demoAppName + " on iPhone 15 Pro in German (Germany).\n");
+        const QJsonObject running = runningDemo(world);
+        QCOMPARE(running.value("language").toString(), QString("de-DE"));
+        QCOMPARE(running.value("locale").toString(), QString("de_DE"));
+
+        const QString png = world.scratch() + "/shot.png";
+        const Run preview = world.vantrel({"preview", "--out", png});
+        QVERIFY2(preview.status == 0, qPrintable(preview.err));
+        QCOMPARE(preview.out, "Saved " + png + " (1179 x 2556 pixels, scale 3.0).\n");
+        QCOMPARE(QImage(png).size(), QSize(1179, 2556));
+
+        const QJsonObject status = QJsonDocument::fromJson(world.vantrel({"status", "--json"}).out.toUtf8()).object();
+        QCOMPARE(status.value("simulator").toObject(),
+                 (QJsonObject{{"udid", iPhoneUdid}, {"name", "iPhone 15 Pro"}, {"state", "Booted"}}));
+    }
+
+    void attachRefusesWithoutExactlyOneBooted()
+    {
+        DeviceWorld world;
+        QCOMPARE(world.devicesim({"device", "shutdown", iPhoneUdid}).status, 0);
+        Run attach = world.vantrel({"attach"});
+        QCOMPARE(attach.status, 1);
+        QCOMPARE(attach.err, QString("Open Simulator, launch your app, then click Attach again.\n"));
+        QVERIFY(world.savedProject().value("devices").toArray().isEmpty());
+
+        QCOMPARE(world.devicesim({"device", "boot", iPhoneUdid}).status, 0);
+        QCOMPARE(world.vantrel({"attach"}).status, 0);
+        QCOMPARE(world.devicesim({"device", "boot", iPadUdid}).status, 0);
+        // The project's own simulator settles it among several booted ones...
+        attach = world.vantrel({"attach"});
+        QVERIFY2(attach.status == 0, qPrintable(attach.err));
+        QVERIFY(attach.out.startsWith("Attached iPhone 15 Pro"));
+
+        // ...and a project that knows neither refuses.
+        const Run fresh = world.vantrel({"--root", world.scratch() + "/other-root", "attach"});
+        QCOMPARE(fresh.status, 1);
+        QCOMPARE(fresh.err, QString("Multiple simulators are booted. Close the extras or keep only one simulator "
+                                    "running, then click Attach again.\n"));
+    }
+
+    void missingAppAndFailingLaunch()
+    {
+        DeviceWorld world;
+        QCOMPARE(world.vantrel({"attach"}).status, 0);
+        QCOMPARE(world.vantrel({"select-app", "com.example.none"}).err,
+                 "No user app with the bundle ID com.example.none is installed on iPhone 15 Pro. Run 'vantrel apps' "
+                 "to see the installed apps.\n");
+
+        QCOMPARE(world.devicesim({"fault", "set", "launch-fails", "en"}).status, 0);
+        const Run launch = world.vantrel({"open-app"});
+        QCOMPARE(launch.status, 1);
+        QVERIFY2(launch.err.startsWith("Could not open target app: " + demoAppName + " is installed on iPhone 15 Pro, "
+                                       "but Simulator could not launch it for English (United States).\n"),
+                 qPrintable(launch.err));
+
+        QCOMPARE(world.devicesim({"fault", "set", "app-missing", iPhoneUdid}).status, 0);
+        const Run apps = world.vantrel({"apps"});
+        QCOMPARE(apps.out, QString("No user apps are installed on iPhone 15 Pro.\n"));
+        const Run open = world.vantrel({"open-app"});
+        QVERIFY2(open.err.startsWith("Could not open target app: " + demoAppName + " is not installed on iPhone 15 Pro.\n"),
+                 qPrintable(open.err));
+    }
+
+    void appBundleFromDisk()
+    {
+        DeviceWorld world;
+        const Run container = world.xcrun({"simctl", "get_app_container", iPhoneUdid, demoBundleId, "app"});
+        QCOMPARE(container.status, 0);
+        const Run set = world.vantrel({"set-app", container.out.trimmed()});
+        QVERIFY2(set.status == 0, qPrintable(set.err));
+        QVERIFY2(set.out.contains("Simulator build: yes\nLanguages:       de, en, es, fr, pt-BR\n"), qPrintable(set.out));
+        QCOMPARE(world.savedProject().value("bundleId").toString(), demoBundleId);
+
+        const Run wrong = world.vantrel({"set-app", world.scratch()});
+        QCOMPARE(wrong.status, 1);
+        QCOMPARE(wrong.err, QString("Choose a simulator .app bundle.\n"));
+    }
+
+    // Without any simulator tools the device commands say why, and the
+    // project commands stay quiet.
+    void noSimulatorTools()
+    {
+        DeviceWorld world;
+        const QHash<QString, QString> bare{{"PATH", "/nonexistent"}};
+        const Run devices = world.vantrel({"devices"}, bare);
+        QCOMPARE(devices.status, 1);
+        QVERIFY2(devices.err.startsWith("Could not load simulators: Command failed: xcrun simctl list devices --json\n"),
+                 qPrintable(devices.err));
+        const Run languages = world.vantrel({"languages"}, bare);
+        QCOMPARE(languages.status, 0);
+        QCOMPARE(languages.err, QString());
+    }
+};
+
+VANTREL_TEST(SimulatorCommandsTest);
+#include "SimulatorCommandsTest.moc"
