@@ -1,0 +1,316 @@
+// Checkpoints on disk and in the project: capturing and naming, the
+// temporary files, renumbering without losing an image, the Trash, and
+// rebuilding the records from images found at start.
+
+#include "TestSupport.h"
+
+#include "model/AppModel.h"
+#include "platform/scripted/ScriptedPlatformServices.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+#include <QTemporaryDir>
+#include <QTest>
+#include <memory>
+
+namespace {
+
+// An `xcrun` first on PATH whose `simctl io UDID screenshot PATH` copies the
+// image prepared with setScreen(), and fails when there is none.
+class ScreenshotStandIn
+{
+public:
+    ScreenshotStandIn() : m_savedPath(qgetenv("PATH"))
+    {
+        const QString script = m_dir.path() + "/xcrun";
+        TestSupport::writeFile(script, QStringLiteral("#!/bin/sh\n"
+                                                      "[ \"$1 $2 $4\" = 'simctl io screenshot' ] || exit 1\n"
+                                                      "[ -f '%1/screen.png' ] || { echo 'No booted device.' >&2; exit 2; }\n"
+                                                      "cp '%1/screen.png' \"$5\"\n")
+                                           .arg(m_dir.path())
+                                           .toUtf8());
+        QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        qputenv("PATH", (m_dir.path() + ":").toUtf8() + m_savedPath);
+    }
+    ~ScreenshotStandIn() { qputenv("PATH", m_savedPath); }
+
+    void setScreen(QColor colour)
+    {
+        QImage image(40, 80, QImage::Format_RGB32);
+        image.fill(colour);
+        image.save(m_dir.path() + "/screen.png");
+    }
+    void removeScreen() { QFile::remove(m_dir.path() + "/screen.png"); }
+
+private:
+    QTemporaryDir m_dir;
+    QByteArray m_savedPath;
+};
+
+struct Checkpoints
+{
+    QTemporaryDir root;
+    ScriptedPlatformServices *platform = nullptr;
+    std::unique_ptr<AppModel> model;
+
+    Checkpoints()
+    {
+        auto services = std::make_unique<ScriptedPlatformServices>();
+        platform = services.get();
+        model = std::make_unique<AppModel>(root.path(), std::move(services));
+        model->project.outputDirectory = root.path() + "/out";
+        model->project.devices = {QStringLiteral("UDID-1")};
+    }
+
+    QString manual(const QString &name = {}) const { return model->manualCaptureDirectory() + "/" + name; }
+
+    QStringList files() const
+    {
+        return QDir(manual()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    }
+
+    // Checkpoints whose images hold their own names, each after one tap.
+    void make(const QStringList &names)
+    {
+        for (qsizetype i = 0; i < names.size(); ++i) {
+            const QString file = AppModel::checkpointFileName(i + 1, names.at(i));
+            TestSupport::writeFile(manual(file), names.at(i).toUtf8() + QByteArray::number(i + 1));
+            model->upsertManualScreen(i + 1, names.at(i), file);
+            model->project.screens.append(ScreenDraft{.name = names.at(i), .operations = {OperationDraft::tap(i, i)}});
+        }
+        model->project.manualCaptureIndex = names.size() + 1;
+    }
+
+    ManualScreenDraft at(qsizetype position) const { return model->manualScreens().at(position); }
+    QByteArray image(const QString &file) const { return TestSupport::readFile(manual(file)); }
+    QList<qint64> screenTaps() const
+    {
+        QList<qint64> taps;
+        for (const ScreenDraft &screen : model->project.screens)
+            taps.append(screen.operations.first().as<TapOperation>()->x);
+        return taps;
+    }
+};
+
+RecognizedTextLine line(const QString &text, QRectF box) { return {text, box, 1.0}; }
+
+} // namespace
+
+class CheckpointsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void namesBeforeTheCapture()
+    {
+        Checkpoints c;
+        QCOMPARE(c.model->manualCaptureFilenamePreview(" \n"), QStringLiteral("01-auto-name.png"));
+        QCOMPARE(c.model->manualCaptureFilenamePreview("  My Screen! "), QStringLiteral("01-My-Screen.png"));
+        QCOMPARE(c.model->manualCaptureName(" "), QStringLiteral("initial-screen"));
+        c.model->upsertManualScreen(1, "home", "01-home.png");
+        QCOMPARE(c.model->manualCaptureName(""), QStringLiteral("screen"));
+        c.model->project.manualCaptureIndex = 100;
+        QCOMPARE(c.model->manualCaptureFilenamePreview("../../etc"), QStringLiteral("100-etc.png"));
+        c.model->project.manualCaptureIndex = -4;
+        QCOMPARE(c.model->nextManualCaptureIndex(), 1);
+    }
+
+    void captureIsNamedFromTheScreenText()
+    {
+        ScreenshotStandIn xcrun;
+        xcrun.setScreen(Qt::red);
+        Checkpoints c;
+        c.platform->recognizedLines = {line("9:41", {0.05, 0.96, 0.1, 0.02}),
+                                       line("Settings", {0.05, 0.82, 0.4, 0.05}),
+                                       line("Notifications", {0.05, 0.6, 0.5, 0.02})};
+        c.model->isRecordingFlow = true;
+        c.model->lastRecordedActionAt = ReferenceDate::now() - 5;
+        c.model->pendingOperations = {OperationDraft::tap(5, 6)};
+        c.model->captureManualScreenshot(QString());
+
+        QVERIFY2(!c.model->lastError, qPrintable(c.model->lastError.value_or("")));
+        QCOMPARE(c.files(), QStringList{"01-settings.png"});
+        QCOMPARE(QImage(c.manual("01-settings.png")).pixelColor(0, 0), QColor(Qt::red));
+        QCOMPARE(c.at(0).name, QStringLiteral("settings"));
+        QCOMPARE(c.at(0).filename, QStringLiteral("01-settings.png"));
+        QCOMPARE(c.model->project.screens.size(), 1);
+        // The wait due before the capture closes the checkpoint's navigation.
+        QCOMPARE(c.model->project.screens.first().operations,
+                 (QList<OperationDraft>{OperationDraft::tap(5, 6), OperationDraft::wait(5.0)}));
+        QVERIFY(c.model->pendingOperations.isEmpty());
+        QCOMPARE(c.model->project.manualCaptureIndex, 2);
+        QCOMPARE(c.model->lastManualCaptureURL, c.manual("01-settings.png"));
+
+        // Nothing readable on the next screen: the generic name.
+        c.platform->recognizedLines = {line("100%", {0.8, 0.96, 0.1, 0.02})};
+        c.model->pendingOperations = {OperationDraft::tap(7, 8)};
+        c.model->captureManualScreenshot(QString());
+        QCOMPARE(c.files(), (QStringList{"01-settings.png", "02-screen.png"}));
+    }
+
+    void secondCheckpointNeedsNavigation()
+    {
+        ScreenshotStandIn xcrun;
+        xcrun.setScreen(Qt::blue);
+        Checkpoints c;
+        c.model->isRecordingFlow = true;
+        c.model->captureManualScreenshot("home");
+        QVERIFY(!c.model->lastError);
+        c.model->pendingOperations = {OperationDraft::wait(3.0)};
+        c.model->captureManualScreenshot("next");
+        QCOMPARE(c.model->lastError,
+                 QStringLiteral("No recorded navigation since the previous checkpoint. Click or drag inside the real "
+                                "Simulator window, or use Type, before saving the next checkpoint."));
+        QCOMPARE(c.files(), QStringList{"01-home.png"});
+        QCOMPARE(c.model->project.screens.size(), 1);
+    }
+
+    void failedScreenshotLeavesNothingBehind()
+    {
+        ScreenshotStandIn xcrun;
+        Checkpoints c;
+        c.model->isRecordingFlow = true;
+        c.model->pendingOperations = {OperationDraft::tap(1, 1)};
+        c.model->captureManualScreenshot("home");
+        QVERIFY(c.model->lastError && c.model->lastError->startsWith("Could not capture current simulator: "));
+        QVERIFY(c.model->lastError->contains("No booted device."));
+        QVERIFY(c.files().isEmpty());
+        QVERIFY(c.model->manualScreens().isEmpty() && c.model->project.screens.isEmpty());
+        QCOMPARE(c.model->pendingOperations.size(), 1);
+        QCOMPARE(c.model->project.manualCaptureIndex, 1);
+    }
+
+    void captureReplacesTheSameNumberAndName()
+    {
+        ScreenshotStandIn xcrun;
+        xcrun.setScreen(Qt::green);
+        Checkpoints c;
+        c.make({"a", "b", "home"});
+        c.model->project.manualCaptureIndex = 3;
+        c.model->captureManualScreenshot("home");
+        QCOMPARE(c.files(), (QStringList{"01-a.png", "02-b.png", "03-home.png"}));
+        QCOMPARE(QImage(c.manual("03-home.png")).pixelColor(0, 0), QColor(Qt::green));
+        QCOMPARE(c.model->manualScreens().size(), 3);
+    }
+
+    void retakeKeepsTheNavigation()
+    {
+        ScreenshotStandIn xcrun;
+        xcrun.setScreen(Qt::yellow);
+        Checkpoints c;
+        c.make({"home", "settings"});
+        c.model->retakeCheckpoint(c.at(1));
+        QVERIFY(!c.model->lastError);
+        QCOMPARE(QImage(c.manual("02-settings.png")).pixelColor(0, 0), QColor(Qt::yellow));
+        QCOMPARE(c.screenTaps(), (QList<qint64>{0, 1}));
+        QCOMPARE(c.files(), (QStringList{"01-home.png", "02-settings.png"}));
+    }
+
+    void movingSwapsImagesAndNavigation_data()
+    {
+        QTest::addColumn<QStringList>("names");
+        QTest::addColumn<QStringList>("files");
+        QTest::newRow("different names") << QStringList{"home", "settings"} << QStringList{"01-settings.png", "02-home.png"};
+        // Each image takes a number the other one holds under the same name.
+        QTest::newRow("same names") << QStringList{"screen", "screen"} << QStringList{"01-screen.png", "02-screen.png"};
+    }
+
+    void movingSwapsImagesAndNavigation()
+    {
+        QFETCH(QStringList, names);
+        QFETCH(QStringList, files);
+        Checkpoints c;
+        c.make(names);
+        c.model->moveCheckpoint(c.at(0), +1);
+        QVERIFY(!c.model->lastError);
+        QCOMPARE(c.files(), files);
+        QCOMPARE(c.image(files.at(0)), names.at(1).toUtf8() + "2");
+        QCOMPARE(c.image(files.at(1)), names.at(0).toUtf8() + "1");
+        QCOMPARE(c.at(0).index, 1);
+        QCOMPARE(c.at(0).name, names.at(1));
+        QCOMPARE(c.screenTaps(), (QList<qint64>{1, 0}));
+        QCOMPARE(c.model->project.manualCaptureIndex, 3);
+    }
+
+    void movingPastEitherEndDoesNothing()
+    {
+        Checkpoints c;
+        c.make({"home", "settings"});
+        const QList<ManualScreenDraft> before = c.model->manualScreens();
+        c.model->moveCheckpoint(c.at(0), -1);
+        c.model->moveCheckpoint(c.at(1), +1);
+        c.model->moveCheckpoint(ManualScreenDraft{.id = "unknown"}, 0);
+        QCOMPARE(c.model->manualScreens(), before);
+        QCOMPARE(c.image("01-home.png"), QByteArray("home1"));
+    }
+
+    void deletingRenumbersTheRest()
+    {
+        Checkpoints c;
+        c.make({"a", "b", "c"});
+        c.model->deleteCheckpoint(c.at(1));
+        QVERIFY(!c.model->lastError);
+        QCOMPARE(c.platform->trashed, QStringList{c.manual("02-b.png")});
+        QCOMPARE(c.files(), (QStringList{"01-a.png", "02-c.png"}));
+        QCOMPARE(c.image("02-c.png"), QByteArray("c3"));
+        QCOMPARE(c.screenTaps(), (QList<qint64>{0, 2}));
+        QCOMPARE(c.model->project.manualCaptureIndex, 3);
+        QCOMPARE(c.model->lastManualCaptureURL, c.manual("02-c.png"));
+    }
+
+    void trashingAnImageFreesItsNumberOnlyWhenNewest_data()
+    {
+        QTest::addColumn<int>("trashed");
+        QTest::addColumn<int>("nextIndex");
+        QTest::newRow("4 of 4") << 4 << 4;
+        QTest::newRow("2 of 4") << 2 << 5;
+    }
+
+    void trashingAnImageFreesItsNumberOnlyWhenNewest()
+    {
+        QFETCH(int, trashed);
+        QFETCH(int, nextIndex);
+        Checkpoints c;
+        c.make({"a", "b", "c", "d"});
+        c.model->moveScreenshotToTrash(c.manual(c.at(trashed - 1).filename.value()));
+        QCOMPARE(c.model->project.manualCaptureIndex, nextIndex);
+        QCOMPARE(c.model->manualScreens().size(), 3);
+        QCOMPARE(c.model->project.screens.size(), 3);
+        QCOMPARE(c.model->lastManualCaptureURL, c.manual(trashed == 4 ? "03-c.png" : "04-d.png"));
+    }
+
+    void deleteLastWithNothingToDelete()
+    {
+        Checkpoints c;
+        QVERIFY(!c.model->canDeleteLastManualCapture());
+        c.model->deleteLastManualCapture();
+        QCOMPARE(c.model->lastError, QStringLiteral("There is no manual screenshot to delete."));
+        c.model->moveScreenshotToTrash(c.manual("09-gone.png"));
+        QCOMPARE(c.model->lastError, "Screenshot no longer exists: " + c.manual("09-gone.png"));
+    }
+
+    void syncRebuildsCheckpointsFromNumberedImages()
+    {
+        Checkpoints c;
+        c.model->project.manualScreens.reset();
+        for (const char *file : {"01-home.png", "02-my-settings.png", "10-ten.png", "07.png", "notes.png",
+                                 ".capture-1234.png", "03-text.txt"})
+            TestSupport::writeFile(c.manual(file), "x");
+        c.model->syncManualScreensFromExistingCapturesIfNeeded();
+        QStringList seen;
+        for (const ManualScreenDraft &s : c.model->manualScreens())
+            seen.append(QStringLiteral("%1 %2 %3").arg(s.index).arg(s.name, s.filename.value_or("")));
+        QCOMPARE(seen, (QStringList{"1 home 01-home.png", "2 my-settings 02-my-settings.png", "7 screen 07.png",
+                                    "10 ten 10-ten.png"}));
+
+        // Records that exist are never replaced from the folder.
+        c.model->project.manualScreens = QList<ManualScreenDraft>{{"ID", 1, "kept", std::nullopt}};
+        c.model->syncManualScreensFromExistingCapturesIfNeeded();
+        QCOMPARE(c.model->manualScreens().size(), 1);
+    }
+};
+
+VANTREL_TEST(CheckpointsTest);
+#include "CheckpointsTest.moc"

@@ -1,0 +1,252 @@
+// The recorder on the model: presses and releases from the desktop monitor
+// become operations, waits come from the time between actions, and the
+// flow's state moves as the user starts, resets and stops.
+
+#include "TestSupport.h"
+
+#include "model/AppModel.h"
+#include "platform/scripted/ScriptedPlatformServices.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+#include <memory>
+
+Q_DECLARE_METATYPE(std::optional<double>)
+
+namespace {
+
+// A 200 x 400 point device (400 x 800 pixels at 2x) in a Simulator window
+// whose desktop frame is (100, 50, 300, 434): the screen spans x 150...350 and
+// y 50...450, the title strip lies above 450, the letterbox left and right.
+struct Recorder
+{
+    QTemporaryDir root;
+    ScriptedPlatformServices *platform = nullptr;
+    std::unique_ptr<AppModel> model;
+
+    Recorder()
+    {
+        auto services = std::make_unique<ScriptedPlatformServices>();
+        platform = services.get();
+        model = std::make_unique<AppModel>(root.path(), std::move(services));
+        // Window-server bounds have their origin at the top left of the 900-high screen.
+        platform->windows = {{QStringLiteral("Simulator"), 0, QRectF(100, 900 - 484, 300, 434)}};
+        model->recorderPreviewPixelSize = QSizeF(400, 800);
+        model->recorderPreviewScale = 2.0;
+    }
+
+    void startRecording(ReferenceSeconds at = 1000)
+    {
+        model->isRecordingFlow = true;
+        model->lastRecordedActionAt = at;
+        model->startSimulatorEventMonitoring();
+    }
+
+    void press(QPointF point, ReferenceSeconds at) { model->handleSimulatorMouseEvent({MouseEventType::leftMouseDown, point}, at); }
+    void release(QPointF point, ReferenceSeconds at) { model->handleSimulatorMouseEvent({MouseEventType::leftMouseUp, point}, at); }
+
+    QStringList pending() const
+    {
+        QStringList identities;
+        for (const OperationDraft &operation : model->pendingOperations)
+            identities.append(operation.identity());
+        return identities;
+    }
+};
+
+const QPointF centre(250, 250);    // device (100, 200)
+const QPointF titleStrip(250, 470);
+const QPointF letterbox(120, 250);
+
+} // namespace
+
+class FlowRecordingTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void waitBeforeAnAction_data()
+    {
+        QTest::addColumn<double>("gap");
+        QTest::addColumn<std::optional<double>>("expected");
+        QTest::newRow("0.59 s: no wait") << 0.59 << std::optional<double>();
+        QTest::newRow("0.6 s") << 0.6 << std::optional(0.6);
+        QTest::newRow("1.26 s: one decimal") << 1.26 << std::optional(1.3);
+        QTest::newRow("1.25 s: half away from zero") << 1.25 << std::optional(1.3);
+        QTest::newRow("75 s: capped") << 75.0 << std::optional(60.0);
+    }
+
+    void waitBeforeAnAction()
+    {
+        QFETCH(double, gap);
+        QFETCH(std::optional<double>, expected);
+        Recorder r;
+        r.startRecording(1000);
+        const std::optional<OperationDraft> wait = r.model->recordedDelayOperation(1000 + gap);
+        QCOMPARE(wait.has_value(), expected.has_value());
+        if (expected)
+            QCOMPARE(*wait, OperationDraft::wait(*expected));
+    }
+
+    void noWaitOutsideARecording()
+    {
+        Recorder r;
+        r.model->lastRecordedActionAt = 1000;
+        QVERIFY(!r.model->recordedDelayOperation(1010));
+        r.model->isRecordingFlow = true;
+        r.model->lastRecordedActionAt.reset();
+        QVERIFY(!r.model->recordedDelayOperation(1010));
+    }
+
+    void clickThroughTheMonitorRecordsATap()
+    {
+        Recorder r;
+        r.startRecording(ReferenceDate::now());
+        QVERIFY(r.platform->mouseHandler);
+        r.platform->sendMouse(MouseEventType::leftMouseDown, centre);
+        r.platform->sendMouse(MouseEventType::leftMouseUp, centre + QPointF(3, 3));
+        QCOMPARE(r.pending(), QStringList{"tap-100-200"});
+        QCOMPARE(r.model->simulatorEventRecordingStatus, QStringLiteral("Recorded Tap 100, 200"));
+        QVERIFY(!r.model->simulatorMouseDown);
+    }
+
+    void firstActionWaitsFromTheStart()
+    {
+        Recorder r;
+        r.startRecording(1000);
+        r.press(QPointF(150, 450), 1001.2);
+        r.release(QPointF(350, 50), 1001.26); // a drag corner to corner, held 0.06 s
+        QCOMPARE(r.pending(), (QStringList{"wait-1.3", "swipe-0-0-200-400-0.15"}));
+        QCOMPARE(*r.model->lastRecordedActionAt, 1001.26);
+        QCOMPARE(r.model->simulatorEventRecordingStatus, QStringLiteral("Recorded Swipe 0,0 to 200,400 in 0.15s"));
+    }
+
+    void pressOffTheScreenCancelsThePendingPress_data()
+    {
+        QTest::addColumn<QPointF>("offScreen");
+        QTest::newRow("title strip") << titleStrip;
+        QTest::newRow("letterbox") << letterbox;
+    }
+
+    void pressOffTheScreenCancelsThePendingPress()
+    {
+        QFETCH(QPointF, offScreen);
+        Recorder r;
+        r.startRecording(1000);
+        r.press(centre, 1000.1);
+        r.press(offScreen, 1000.2);
+        QVERIFY(!r.model->simulatorMouseDown);
+        r.release(centre, 1000.3);
+        QVERIFY(r.pending().isEmpty());
+    }
+
+    void releaseOffTheScreenKeepsThePress()
+    {
+        Recorder r;
+        r.startRecording(1000);
+        r.press(centre, 1000.1);
+        r.release(titleStrip, 1000.2);
+        QVERIFY(r.model->simulatorMouseDown);
+        QVERIFY(r.pending().isEmpty());
+    }
+
+    void nothingIsRecordedWithout_data()
+    {
+        QTest::addColumn<QString>("missing");
+        QTest::newRow("recording") << "recording";
+        QTest::newRow("preview") << "preview";
+        QTest::newRow("window") << "window";
+        QTest::newRow("press") << "press";
+    }
+
+    void nothingIsRecordedWithout()
+    {
+        QFETCH(QString, missing);
+        Recorder r;
+        r.startRecording(1000);
+        if (missing == "recording")
+            r.model->isRecordingFlow = false;
+        if (missing == "preview")
+            r.model->recorderPreviewPixelSize = QSizeF(0, 0);
+        if (missing == "window")
+            r.platform->windows.clear();
+        if (missing != "press")
+            r.press(centre, 1000.1);
+        r.release(centre, 1000.2);
+        QVERIFY(r.pending().isEmpty());
+    }
+
+    void monitorAndStatusText()
+    {
+        Recorder r;
+        r.platform->accessibilityTrusted = false;
+        r.model->startSimulatorEventMonitoring();
+        QVERIFY(r.model->simulatorEventMonitorInstalled);
+        QVERIFY(r.model->simulatorEventRecordingStatus.contains("Privacy & Security > Accessibility"));
+        r.platform->accessibilityTrusted = true;
+        r.model->startSimulatorEventMonitoring();
+        QCOMPARE(r.model->simulatorEventRecordingStatus,
+                 QStringLiteral("Recording real Simulator clicks. Click or drag inside the Simulator window, then "
+                                "save checkpoints here."));
+        r.model->stopSimulatorEventMonitoring();
+        QVERIFY(!r.platform->mouseHandler);
+        QCOMPARE(r.model->simulatorEventRecordingStatus, AppModel::idleRecordingStatus());
+    }
+
+    void nextCheckpointNeedsNavigation()
+    {
+        Recorder r;
+        r.startRecording(1000);
+        QVERIFY(r.model->canSaveNextFlowCheckpoint()); // the first needs none
+        r.model->project.screens.append(ScreenDraft{.name = "home", .operations = {OperationDraft::tap(1, 2)}});
+        r.model->pendingOperations = {OperationDraft::wait(2.0)};
+        QVERIFY(!r.model->canSaveNextFlowCheckpoint());
+        r.model->appendRecordedOperation(OperationDraft::type("hi"), 1000.1);
+        QVERIFY(r.model->canSaveNextFlowCheckpoint());
+        QCOMPARE(r.model->recordedInputActionCount(), 2);
+    }
+
+    void typingOnlyBlanksDoesNothing()
+    {
+        Recorder r;
+        r.startRecording(1000);
+        r.model->addRecordedType(QStringLiteral("  \n\t "));
+        QVERIFY(r.pending().isEmpty());
+        QVERIFY(!r.model->lastError);
+    }
+
+    void resetKeepsTheRecordingButNotTheFlow()
+    {
+        Recorder r;
+        r.startRecording(1000);
+        const QString manual = r.model->manualCaptureDirectory();
+        TestSupport::writeFile(manual + "/01-home.png", "png");
+        TestSupport::writeFile(manual + "/notes.txt", "kept");
+        r.model->project.screens.append(ScreenDraft{.name = "home"});
+        r.model->upsertManualScreen(1, "home", "01-home.png");
+        r.model->project.manualCaptureIndex = 2;
+        r.model->pendingOperations = {OperationDraft::tap(1, 1)};
+        QVERIFY(r.model->canResetRecordedFlow());
+
+        r.model->resetRecordedFlow();
+        QVERIFY(r.model->isRecordingFlow);
+        QVERIFY(r.platform->mouseHandler);
+        QVERIFY(r.model->lastRecordedActionAt && *r.model->lastRecordedActionAt > 1000);
+        QVERIFY(!QFileInfo::exists(manual + "/01-home.png"));
+        QVERIFY(QFileInfo::exists(manual + "/notes.txt"));
+        QVERIFY(r.model->project.screens.isEmpty() && r.model->manualScreens().isEmpty());
+        QCOMPARE(r.model->project.manualCaptureIndex, 1);
+        QVERIFY(!r.model->canResetRecordedFlow());
+
+        r.model->stopFlowRecording();
+        r.model->lastManualCaptureURL = manual + "/gone.png";
+        QVERIFY(r.model->canResetRecordedFlow());
+        r.model->resetRecordedFlow();
+        QVERIFY(!r.model->isRecordingFlow && !r.model->lastRecordedActionAt && !r.platform->mouseHandler);
+    }
+};
+
+VANTREL_TEST(FlowRecordingTest);
+#include "FlowRecordingTest.moc"
