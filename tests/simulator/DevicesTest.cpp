@@ -146,23 +146,6 @@ private slots:
         }
     }
 
-    // Attach goes on to detect apps and take a preview, after it returned.
-    void attachFollowsUpWithAppsThenPreview()
-    {
-        XcrunStandIn xcrun;
-        xcrun.respond("list", deviceList({bootedPhone}));
-        auto model = makeModel();
-        model->project.appName = "Shop";
-        model->attachToBootedSimulator();
-        QCOMPARE(model->project.appName, QString("Shop"));
-        QCOMPARE(xcrun.calls().size(), 1);
-        QCoreApplication::processEvents();
-        const QList<QStringList> calls = xcrun.calls();
-        QCOMPARE(calls.size(), 3);
-        QCOMPARE(calls.at(1), (QStringList{"simctl", "listapps", "PHONE"}));
-        QCOMPARE(calls.at(2).mid(0, 4), (QStringList{"simctl", "io", "PHONE", "screenshot"}));
-    }
-
     void activeDeviceAdoptsQuietly()
     {
         XcrunStandIn xcrun;
@@ -211,17 +194,6 @@ private slots:
         QCOMPARE(model->displayNameForDeviceID("UNKNOWN"), QString("UNKNOWN"));
         model->project.devices = {"OTHER", "STORED"};
         QCOMPARE(model->displayNameForDeviceID("STORED"), QString("STORED"));
-    }
-
-    void displayScaleComesFromEnumerate()
-    {
-        XcrunStandIn xcrun;
-        auto model = makeModel();
-        xcrun.respond("io-enumerate", "Screen:\n  Preferred UI Scale: 3\n");
-        QCOMPARE(model->simulatorDisplayScale("PHONE"), 3.0);
-        QCOMPARE(xcrun.calls().last(), (QStringList{"simctl", "io", "PHONE", "enumerate"}));
-        xcrun.respond("io-enumerate", "", 1, "Invalid device: PHONE\n");
-        QVERIFY_THROWS_EXCEPTION(AppError, model->simulatorDisplayScale("PHONE"));
     }
 };
 

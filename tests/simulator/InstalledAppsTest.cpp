@@ -186,36 +186,6 @@ private slots:
         xcrun.respond("status_bar", "", 1);
         QVERIFY(errorOf([&] { model->resetStatusBar("PHONE"); }).startsWith("Command failed: xcrun simctl status_bar"));
     }
-
-    void openTargetApp()
-    {
-        XcrunStandIn xcrun;
-        xcrun.respond("list", "{\"devices\": {}}");
-        AppModel detached(root.path(), std::make_unique<ScriptedPlatformServices>());
-        detached.openTargetApp();
-        QCOMPARE(*detached.lastError, QString("Attach to a booted simulator before opening the target app."));
-
-        auto model = attachedModel();
-        xcrun.respond("listapps", listApps({{"a.one", "One"}, {"b.two", "Two"}}));
-        model->openTargetApp();
-        QCOMPARE(*model->lastError, QString("Select the installed app before opening it."));
-
-        xcrun.respond("listapps", listApps({{"com.example.demo", "Demo"}}));
-        xcrun.respond("io-enumerate", "Preferred UI Scale: 2\n");
-        xcrun.setScreenshot(QImage(20, 40, QImage::Format_RGB32));
-        model->project.languages = {"de-DE", "en-US"};
-        model->openTargetApp();
-        QVERIFY(!model->lastError);
-        QCOMPARE(model->project.bundleId, QString("com.example.demo"));
-        const QList<QStringList> calls = xcrun.calls();
-        QVERIFY(calls.contains(QStringList{"simctl", "launch", "--terminate-running-process", "PHONE",
-                                           "com.example.demo", "-AppleLanguages", "(de-DE)", "-AppleLocale", "de_DE"}));
-        QCOMPARE(model->recorderPreviewPixelSize, QSizeF(20, 40));
-
-        xcrun.respond("launch", "", 1, "boom\n");
-        model->openTargetApp();
-        QVERIFY(model->lastError->startsWith("Could not open target app: Demo is installed on iPhone 15, but"));
-    }
 };
 
 VANTREL_TEST(InstalledAppsTest);
