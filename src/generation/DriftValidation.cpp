@@ -5,30 +5,35 @@
 
 #include "ScreenshotDriftDetector.h"
 #include "ScreenshotFileName.h"
+#include "ThumbnailCache.h"
 #include "model/AppError.h"
 #include "model/AppModel.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QImage>
 
 namespace {
 
-std::optional<QByteArray> thumbnail(const QString &path)
+// One screen to check: its generated file and, when there is one, the
+// thumbnails being made of it and of its reference.
+struct ScreenCheck
 {
-    const QImage image(path);
-    if (image.isNull())
-        return std::nullopt;
-    return ScreenshotDriftDetector::samples(image);
-}
+    QString filename;
+    QString generated;
+    bool exists = false;
+    std::optional<QFuture<std::optional<QByteArray>>> generatedSamples;
+    std::optional<QFuture<std::optional<QByteArray>>> referenceSamples;
+};
 
-// The drift score of a generated image against its reference, or nothing
-// when the two cannot be compared (unreadable, or thumbnails that differ).
-std::optional<double> driftScore(const QString &generated, const QString &reference)
+// The drift score, or nothing when the two cannot be compared (unreadable,
+// or thumbnails that differ in size).
+std::optional<double> driftScore(const ScreenCheck &check)
 {
-    const std::optional<QByteArray> a = thumbnail(generated);
-    const std::optional<QByteArray> b = thumbnail(reference);
+    if (!check.generatedSamples || !check.referenceSamples)
+        return std::nullopt;
+    const std::optional<QByteArray> a = check.generatedSamples->result();
+    const std::optional<QByteArray> b = check.referenceSamples->result();
     if (!a || !b || a->size() != b->size() || a->size() <= 2)
         return std::nullopt;
     return ScreenshotDriftDetector::score(*a, *b);
@@ -40,24 +45,35 @@ QList<ScreenshotValidationIssue> AppModel::validateGeneratedScreens(const QStrin
                                                                      const QString &language,
                                                                      const QString &deviceName)
 {
-    QList<ScreenshotValidationIssue> issues;
+    // All thumbnails are asked for first, so that they are made side by side
+    // (and most are ready from the run's prefetch); the verdicts then follow
+    // in screen order.
+    QList<ScreenCheck> checks;
     for (qsizetype i = 0; i < project.screens.size(); ++i) {
         const ScreenDraft &screen = project.screens.at(i);
-        const qint64 number = i + 1;
-        const QString filename = screenshotFileName(number, screen.name);
-        const QString generated = QDir(outputDirectory).filePath(filename);
-        if (!QFileInfo::exists(generated)) {
-            issues.append({filename, 1.0});
+        ScreenCheck check;
+        check.filename = screenshotFileName(i + 1, screen.name);
+        check.generated = QDir(outputDirectory).filePath(check.filename);
+        check.exists = QFileInfo::exists(check.generated);
+        const std::optional<QString> reference = referenceCheckpointURL(i + 1, screen.name);
+        if (check.exists && reference && QFileInfo::exists(*reference)) {
+            check.generatedSamples = ThumbnailCache::thumbnail(check.generated);
+            check.referenceSamples = ThumbnailCache::thumbnail(*reference);
+        }
+        checks.append(check);
+    }
+
+    QList<ScreenshotValidationIssue> issues;
+    for (const ScreenCheck &check : checks) {
+        if (!check.exists) {
+            issues.append({check.filename, 1.0}); // nothing to move
             continue;
         }
-        const std::optional<QString> reference = referenceCheckpointURL(number, screen.name);
-        if (!reference || !QFileInfo::exists(*reference))
-            continue;
-        const std::optional<double> score = driftScore(generated, *reference);
+        const std::optional<double> score = driftScore(check);
         if (!score || *score <= screenshotDriftThreshold)
             continue;
-        moveSuspiciousScreenshotToNeedsReview(generated, filename, language, deviceName);
-        issues.append({filename, *score});
+        moveSuspiciousScreenshotToNeedsReview(check.generated, check.filename, language, deviceName);
+        issues.append({check.filename, *score});
     }
     return issues;
 }

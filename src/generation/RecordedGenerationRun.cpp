@@ -5,6 +5,7 @@
 // calls onto the main thread.
 
 #include "MainThreadCall.h"
+#include "ThumbnailCache.h"
 #include "model/AppError.h"
 #include "model/AppModel.h"
 #include "model/Await.h"
@@ -161,9 +162,15 @@ void RecordedRun::prepareDevice(const QString &device)
         // Already booted: the run goes on with the device as it is.
     }
     checkCancelled();
-    runCommand({QStringLiteral("-a"), QStringLiteral("Simulator"), QStringLiteral("--args"),
-                QStringLiteral("-CurrentDeviceUDID"), device},
-               QStringLiteral("open"));
+    try {
+        runCommand({QStringLiteral("-a"), QStringLiteral("Simulator"), QStringLiteral("--args"),
+                    QStringLiteral("-CurrentDeviceUDID"), device},
+                   QStringLiteral("open"));
+    } catch (const AppError &) {
+        // Only brings the Simulator window to this device; the replay does
+        // not need the window, and bootstatus below says whether the device
+        // is usable.
+    }
     checkCancelled();
     runCommand({QStringLiteral("simctl"), QStringLiteral("bootstatus"), device, QStringLiteral("-b")});
     checkCancelled();
@@ -194,7 +201,7 @@ void RecordedRun::runPair(const QString &device, const QString &language)
         BuildCanceller canceller(m_cancelled);
         QPointer<AppModel> model = m_model;
         XCUITestReplay::run(AppModel::replaySteps(m_project.screens), m_project.bundleId, device, m_workspace,
-                            outputDirectory, [model, language, device](const QString &) {
+                            outputDirectory, [model, language, device, outputDirectory](const QString &path) {
                                 // Queued, not blocking: a burst of lines is counted in order
                                 // without holding the build back.
                                 QMetaObject::invokeMethod(
@@ -204,6 +211,9 @@ void RecordedRun::runPair(const QString &device, const QString &language)
                                             model->incrementRunProgress(language, device);
                                     },
                                     Qt::QueuedConnection);
+                                // The drift check needs this screenshot's thumbnail:
+                                // make it while the device works on the next one.
+                                ThumbnailCache::prefetch(QDir(outputDirectory).filePath(path));
                             });
     }
     checkCancelled();

@@ -1,0 +1,3 @@
+#pragma once
+class QTextStream;
+void runDriftBench(QTextStream &out);
