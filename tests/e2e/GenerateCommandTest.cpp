@@ -1,0 +1,250 @@
+// `vantrel generate` end to end: a flow recorded with `vantrel record` is
+// replayed on the device stand-in for three languages, with the ways a run
+// can end: complete, drift, launch failure, missing app, cancel.
+
+#include "E2ESupport.h"
+#include "TestSupport.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QTest>
+#include <csignal>
+
+using namespace E2E;
+
+namespace {
+
+const QString device = QStringLiteral("iPhone-15-Pro");
+const QStringList languages{QStringLiteral("en-US"), QStringLiteral("de-DE"), QStringLiteral("fr-FR")};
+const QStringList screenshots{QStringLiteral("01-trips.png"), QStringLiteral("02-explore.png"),
+                              QStringLiteral("03-saved.png"), QStringLiteral("04-settings.png")};
+
+// The demo app's tab bar: four checkpoints, one per tab.
+const QByteArray tabFlow = "checkpoint trips\ntap 147 790\ncheckpoint explore\ntap 245 790\ncheckpoint saved\n"
+                           "tap 343 790\ncheckpoint settings\nstop\n";
+
+Run record(const DeviceWorld &world, const QByteArray &script)
+{
+    QProcess process;
+    world.startVantrel(process, {"record"});
+    process.write(script);
+    process.closeWriteChannel();
+    process.waitForFinished(120000);
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+QStringList pngsUnder(const QString &folder)
+{
+    QStringList found;
+    QDirIterator it(folder, {"*.png"}, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext())
+        found.append(QDir(folder).relativeFilePath(it.next()));
+    found.sort();
+    return found;
+}
+
+// Build processes of this world that are still alive.
+QStringList buildsOf(const DeviceWorld &world)
+{
+    QProcess ps;
+    ps.start("ps", {"-eo", "pid=,args="});
+    ps.waitForFinished();
+    QStringList builds;
+    for (const QString &line : QString::fromUtf8(ps.readAllStandardOutput()).split('\n'))
+        if (line.contains("xcodebuild") && line.contains(world.root()))
+            builds.append(line.trimmed());
+    return builds;
+}
+
+} // namespace
+
+class GenerateCommandTest : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<DeviceWorld> m_world;
+    QString m_output;
+
+    QString outputOf(const QString &language) const { return m_output + "/" + language + "/" + device; }
+
+private slots:
+    void initTestCase()
+    {
+        if (DeviceWorld::isShadowed())
+            QSKIP("real simulator tools would answer instead of the device stand-in");
+        m_world = std::make_unique<DeviceWorld>();
+        QCOMPARE(m_world->vantrel({"attach"}).status, 0);
+        QCOMPARE(m_world->vantrel({"select-app", demoBundleId}).status, 0);
+        QCOMPARE(m_world->vantrel({"languages", "toggle", "de-DE"}).status, 0);
+        QCOMPARE(m_world->vantrel({"languages", "toggle", "fr-FR"}).status, 0);
+        const Run recorded = record(*m_world, tabFlow);
+        QVERIFY2(recorded.status == 0, qPrintable(recorded.err));
+        m_output = m_world->savedProject().value("outputDirectory").toString();
+        QCOMPARE(pngsUnder(m_output + "/manual"), screenshots);
+    }
+
+    // Each case starts from a clean output tree and a stand-in without faults.
+    void init()
+    {
+        for (const QString &language : languages)
+            QDir(m_output + "/" + language).removeRecursively();
+        QDir(m_output + "/_needs-review").removeRecursively();
+        QCOMPARE(m_world->devicesim({"fault", "clear"}).status, 0);
+    }
+
+    void statusShowsTheProjectReady()
+    {
+        const Run status = m_world->vantrel({"status"});
+        QVERIFY(status.out.contains("[x] Flow recorded: 4 checkpoints"));
+        QVERIFY(status.out.contains("[x] Replay engine ready: Xcode XCUITest runner"));
+        QVERIFY(status.out.contains(
+            "Ready to generate by replaying the recorded simulator flow for every selected language."));
+    }
+
+    void generatesEveryCheckpointInEveryLanguage()
+    {
+        const Run run = m_world->vantrel({"generate"});
+        QVERIFY2(run.status == 0, qPrintable(run.err));
+        QStringList expected;
+        for (const QString &language : languages)
+            for (const QString &file : screenshots)
+                expected.append(language + "/" + device + "/" + file);
+        expected.sort();
+        QStringList made = pngsUnder(m_output);
+        made.removeIf([](const QString &path) { return path.startsWith("manual/"); });
+        QCOMPARE(made, expected);
+
+        QVERIFY(run.out.contains("Running iPhone 15 Pro / de-DE\nReplaying 4 checkpoints for de-DE\n"));
+        QVERIFY(run.out.contains("Progress: iPhone 15 Pro / fr-FR 4/4 done (12/12)\n"));
+        QVERIFY(run.out.contains("Recorded flow generation complete.\n"));
+        QVERIFY(run.out.endsWith("\nGeneration complete\nGenerated 12 of 12 screenshots.\n"));
+    }
+
+    void unexpectedDialogStopsTheRunForReview()
+    {
+        QCOMPARE(m_world->devicesim({"fault", "set", "dialog", "de-DE", "explore"}).status, 0);
+        const Run run = m_world->vantrel({"generate"});
+        QCOMPARE(run.status, 1);
+        QCOMPARE(pngsUnder(m_output + "/_needs-review"), QStringList{"de-DE/" + device + "/02-explore.png"});
+        QVERIFY(!QFileInfo::exists(outputOf("de-DE") + "/02-explore.png"));
+        QCOMPARE(pngsUnder(outputOf("en-US")), screenshots); // the language before it stays done
+        QVERIFY(run.out.contains("Progress: iPhone 15 Pro / en-US 4/4 done"));
+        QVERIFY(!QFileInfo::exists(outputOf("fr-FR")));
+
+        static const QRegularExpression driftLine("\n02-explore\\.png drift (0\\.\\d\\d)\n");
+        const QRegularExpressionMatch match = driftLine.match(run.out);
+        QVERIFY2(match.hasMatch(), qPrintable(run.out));
+        QVERIFY(match.captured(1).toDouble() > 0.18);
+        QVERIFY(run.out.contains("Stopped: suspicious screenshots moved to _needs-review: 02-explore.png\n"));
+        QCOMPARE(run.err, QString("\nGeneration failed\nGenerated screenshots drifted from the recorded flow. Check "
+                                  "output/_needs-review and re-record from the last good checkpoint.\n"));
+    }
+
+    void launchThatFailsForOneLocale()
+    {
+        QCOMPARE(m_world->devicesim({"fault", "set", "launch-fails", "fr-FR"}).status, 0);
+        const Run run = m_world->vantrel({"generate"});
+        QCOMPARE(run.status, 1);
+        QVERIFY2(run.err.startsWith("\nGeneration failed\n" + demoAppName
+                                    + " is installed on iPhone 15 Pro, but Simulator could not launch it for French "
+                                      "(France).\nOpen the app manually once in Simulator. If it closes immediately, "
+                                      "the app is crashing for that locale. Raw launch error: "),
+                 qPrintable(run.err));
+        QCOMPARE(pngsUnder(outputOf("de-DE")), screenshots);
+    }
+
+    void appMissingFromTheDevice()
+    {
+        QCOMPARE(m_world->devicesim({"fault", "set", "app-missing", iPhoneUdid}).status, 0);
+        const Run run = m_world->vantrel({"generate"});
+        QCOMPARE(run.status, 1);
+        QCOMPARE(run.err, "\nGeneration failed\n" + demoAppName
+                              + " is not installed on iPhone 15 Pro.\nInstall or open the app on that Simulator "
+                                "first, then click Project > Attach Simulator and Detect. Recorded checkpoints are "
+                                "still saved.\n");
+        QVERIFY(!run.out.contains("Running "));
+    }
+
+    void interruptEndsTheBuildAndCancels()
+    {
+        QCOMPARE(m_world->devicesim({"fault", "set", "slow-build", "60"}).status, 0);
+        QProcess process;
+        m_world->startVantrel(process, {"generate"});
+        QString out;
+        QElapsedTimer waited;
+        waited.start();
+        while (!out.contains("Replaying 4 checkpoints") && waited.elapsed() < 60000) {
+            process.waitForReadyRead(200);
+            out += QString::fromUtf8(process.readAllStandardOutput());
+        }
+        QTest::qWait(500); // the build is under way
+        QCOMPARE(buildsOf(*m_world).size(), 1);
+
+        QElapsedTimer stopping;
+        stopping.start();
+        ::kill(pid_t(process.processId()), SIGINT);
+        QVERIFY(process.waitForFinished(10000));
+        QVERIFY2(stopping.elapsed() < 2500, qPrintable(QString::number(stopping.elapsed())));
+        out += QString::fromUtf8(process.readAllStandardOutput());
+        QCOMPARE(process.exitCode(), 130);
+        QVERIFY(out.contains("Cancel requested.\nGeneration cancelled.\n"));
+        QVERIFY(out.endsWith("\nGeneration cancelled\n0 of 12 screenshots completed.\n"));
+        QVERIFY(buildsOf(*m_world).isEmpty());
+    }
+
+    void buildToolMissingStopsAFlowWithTaps()
+    {
+        QCOMPARE(m_world->devicesim({"fault", "set", "no-xcode"}).status, 0);
+        const Run run = m_world->vantrel({"generate"});
+        QCOMPARE(run.status, 1);
+        QVERIFY2(run.err.startsWith("\nGeneration failed\nRecorded taps, swipes, and typing require Xcode's XCUITest "
+                                    "runner: Command failed: xcrun --find xcodebuild"),
+                 qPrintable(run.err));
+        QVERIFY(!run.out.contains("Running "));
+    }
+
+    void flowOfWaitsDoesNotAskForTheBuildTool()
+    {
+        // One checkpoint reached by waiting only: the run starts without the
+        // tool check and meets the missing tool only in the replay itself.
+        DeviceWorld world;
+        QCOMPARE(world.vantrel({"attach"}).status, 0);
+        const Run recorded = record(world, "wait 0.7\ncheckpoint trips\nstop\n");
+        QVERIFY2(recorded.status == 0, qPrintable(recorded.err));
+        const QJsonArray operations =
+            world.savedProject().value("screens").toArray().first().toObject().value("operations").toArray();
+        QCOMPARE(operations.size(), 1);
+        QVERIFY(operations.first().toObject().contains("wait"));
+
+        QCOMPARE(world.devicesim({"fault", "set", "no-xcode"}).status, 0);
+        const Run run = world.vantrel({"generate"});
+        QCOMPARE(run.status, 1);
+        QVERIFY(run.out.contains("Running iPhone 15 Pro / en-US\nReplaying 1 checkpoints for en-US\n"));
+        QVERIFY2(run.err.startsWith("\nGeneration failed\nCommand failed: xcrun --find xcodebuild"), qPrintable(run.err));
+
+        QCOMPARE(world.devicesim({"fault", "clear"}).status, 0);
+        const Run again = world.vantrel({"generate"});
+        QVERIFY2(again.status == 0, qPrintable(again.err));
+        QVERIFY(again.out.endsWith("\nGeneration complete\nGenerated 1 of 1 screenshots.\n"));
+    }
+
+    void configWritesTheGeneratorFile()
+    {
+        const Run run = m_world->vantrel({"config"});
+        QCOMPARE(run.status, 0);
+        QCOMPARE(run.out, m_world->root() + "/.quillmark/generated-config.yaml\n");
+        QCOMPARE(run.err, QString("note: Choose a valid .app bundle for full generation. Attached simulator sessions "
+                                  "can use Recorder > Capture Current.\n"));
+        const QString yaml = QString::fromUtf8(TestSupport::readFile(m_world->root() + "/.quillmark/generated-config.yaml"));
+        QVERIFY(yaml.contains("languages:\n  - \"en-US\"\n  - \"de-DE\"\n  - \"fr-FR\"\n"));
+        QVERIFY(yaml.contains("  - name: \"explore\"\n"));
+        QVERIFY(yaml.contains("    operations:\n      - tap:\n          x: 147\n          y: 790\n"));
+    }
+};
+
+VANTREL_TEST(GenerateCommandTest);
+#include "GenerateCommandTest.moc"
