@@ -3,10 +3,13 @@
 
 #include "TestSupport.h"
 #include "generation/ScreenshotDriftDetector.h"
+#include "generation/ThumbnailCache.h"
 #include "model/AppModel.h"
 #include "platform/scripted/ScriptedPlatformServices.h"
 
+#include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QImage>
 #include <QPainter>
@@ -154,6 +157,22 @@ private slots:
         // A second validation finds the moved file missing and does not move anything.
         issues = m_model->validateGeneratedScreens(outputDirectory(), QStringLiteral("de-DE"), QStringLiteral("iPhone"));
         QCOMPARE(issues, (QList<ScreenshotValidationIssue>{{QStringLiteral("02-Set-tings.png"), 1.0}}));
+    }
+
+    void aRewrittenFileIsSampledAgain()
+    {
+        // The same path, size and (forced) time would be the same version;
+        // a new modification time is a new one.
+        const QString path = m_root->filePath(QStringLiteral("shot.png"));
+        save(filled(Qt::white), path);
+        QCOMPARE(quint8(ThumbnailCache::thumbnail(path).result()->at(0)), quint8(255));
+        save(filled(Qt::black), path);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(5), QFileDevice::FileModificationTime));
+        file.close();
+        QCOMPARE(quint8(ThumbnailCache::thumbnail(path).result()->at(0)), quint8(0));
+        QVERIFY(!ThumbnailCache::thumbnail(m_root->filePath(QStringLiteral("missing.png"))).result());
     }
 
     void uncheckableScreensAreSkipped()
