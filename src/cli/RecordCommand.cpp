@@ -55,7 +55,7 @@ struct Session
     void printStatus()
     {
         AppModel &m = c.model;
-        c.out << m.simulatorEventRecordingStatus << "\n"
+        c.out << "Status: " << m.simulatorEventRecordingStatus << "\n"
               << "Checkpoints: " << m.project.screens.size() << "\n"
               << "Recorded actions: " << m.recordedInputActionCount() << "\n";
         QStringList pending;

@@ -1,0 +1,192 @@
+// The scriptable recorder of the real `vantrel` against the device stand-in:
+// a script records taps, typing and checkpoints named from their screen
+// text; the checkpoints command then reorders and deletes them.
+
+#include "E2ESupport.h"
+#include "TestSupport.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace E2E;
+
+namespace {
+
+// The session's own home, so that the Trash lands inside the test folder.
+QHash<QString, QString> privateHome(const DeviceWorld &world)
+{
+    const QString home = world.scratch() + "/home";
+    QDir().mkpath(home + "/.local/share");
+    return {{"HOME", home}, {"XDG_DATA_HOME", home + "/.local/share"}};
+}
+
+Run record(const DeviceWorld &world, const QByteArray &script)
+{
+    QProcess process;
+    process.setProcessEnvironment(world.environment(privateHome(world)));
+    process.setWorkingDirectory(world.scratch());
+    process.start(TestSupport::vantrelBinary(), {"record"});
+    process.write(script);
+    process.closeWriteChannel();
+    const bool finished = process.waitForFinished(180000);
+    const bool ok = finished && process.exitStatus() == QProcess::NormalExit;
+    return {ok ? process.exitCode() : -1, QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+QJsonObject checkpoints(const DeviceWorld &world, const QStringList &action = {})
+{
+    const Run run = world.vantrel(QStringList{"checkpoints", "--json"} + action, privateHome(world));
+    if (run.status != 0)
+        qWarning("%s", qPrintable(run.err));
+    return QJsonDocument::fromJson(run.out.toUtf8()).object();
+}
+
+QStringList names(const QJsonObject &listing, const char *key)
+{
+    QStringList values;
+    for (const QJsonValue &checkpoint : listing["checkpoints"].toArray())
+        values.append(checkpoint[key].toString());
+    return values;
+}
+
+// The recorded operations of each screen, waits left out; and the waits.
+QStringList actions(const QJsonArray &operations, QList<double> *waits = nullptr)
+{
+    QStringList result;
+    for (const QJsonValue &value : operations) {
+        const QJsonObject operation = value.toObject();
+        const QString kind = operation.keys().first();
+        const QJsonObject payload = operation[kind].toObject();
+        if (kind == "wait" && waits)
+            waits->append(payload["seconds"].toDouble());
+        if (kind == "tap")
+            result.append(QStringLiteral("tap %1 %2").arg(payload["x"].toInt()).arg(payload["y"].toInt()));
+        else if (kind == "type")
+            result.append("type " + payload["text"].toString());
+        else if (kind != "wait")
+            result.append(kind);
+    }
+    return result;
+}
+
+QStringList screenActions(const QJsonObject &project)
+{
+    QStringList result;
+    for (const QJsonValue &screen : project["screens"].toArray())
+        result.append(actions(screen["operations"].toArray()).join(", "));
+    return result;
+}
+
+} // namespace
+
+class RecordCommandTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        if (DeviceWorld::isShadowed())
+            QSKIP("real developer tools would answer instead of the device stand-in");
+    }
+
+    void scriptRecordsAFlowWithNamedCheckpoints()
+    {
+        DeviceWorld world;
+        QCOMPARE(world.vantrel({"attach"}).status, 0);
+
+        // The demo app on an iPhone 15 Pro: tab bar at y 790, the search field
+        // on Explore at (196, 178), the first search result below it.
+        const Run run = record(world, "checkpoint\n"
+                                      "tap 343 790\n"
+                                      "checkpoint\n"
+                                      "tap 147 790\n"
+                                      "tap 196 178\n"
+                                      "type   Lisbon \n"
+                                      "checkpoint\n"
+                                      "wait 0.8\n"
+                                      "tap 196 284\n"
+                                      "checkpoint\n");
+        QVERIFY2(run.status == 0, qPrintable(run.out + run.err));
+        QVERIFY(run.out.contains("Recorded Type \"Lisbon\"\n"));
+        QVERIFY(run.out.endsWith("Stopped recording: 4 checkpoints, 5 recorded actions.\n"));
+
+        const QJsonObject listing = checkpoints(world);
+        const QStringList files{"01-my-trips.png", "02-settings.png", "03-explore.png", "04-lisbon.png"};
+        QCOMPARE(names(listing, "filename"), files);
+        const QDir manual(listing["folder"].toString());
+        QCOMPARE(manual.entryList(QDir::Files | QDir::Hidden, QDir::Name), files);
+        for (const QString &file : files)
+            QVERIFY(!QImage(manual.filePath(file)).isNull());
+
+        const QJsonObject project = world.savedProject();
+        QCOMPARE(screenActions(project),
+                 (QStringList{"", "tap 343 790", "tap 147 790, tap 196 178, type Lisbon", "tap 196 284"}));
+        // The pause before the last tap is the real time that passed, at least the 0.8 s waited.
+        QList<double> waits;
+        actions(project["screens"].toArray().at(3)["operations"].toArray(), &waits);
+        QCOMPARE(waits.size(), 1);
+        QVERIFY2(waits.first() >= 0.8 && waits.first() < 60, qPrintable(QString::number(waits.first())));
+        QCOMPARE(project["manualCaptureIndex"].toInt(), 5);
+
+        // Moving checkpoint 1 by +1 swaps both images and the navigation.
+        const QByteArray trips = TestSupport::readFile(manual.filePath("01-my-trips.png"));
+        const QByteArray settings = TestSupport::readFile(manual.filePath("02-settings.png"));
+        const QJsonObject moved = checkpoints(world, {"move", "1", "1"});
+        QCOMPARE(names(moved, "filename"), (QStringList{"01-settings.png", "02-my-trips.png", files[2], files[3]}));
+        QCOMPARE(TestSupport::readFile(manual.filePath("01-settings.png")), settings);
+        QCOMPARE(TestSupport::readFile(manual.filePath("02-my-trips.png")), trips);
+        QCOMPARE(screenActions(world.savedProject()).mid(0, 2), (QStringList{"tap 343 790", ""}));
+
+        // Deleting the newest frees its number for the next checkpoint.
+        const QJsonObject deleted = checkpoints(world, {"delete-last"});
+        QCOMPARE(deleted["checkpoints"].toArray().size(), 3);
+        QCOMPARE(deleted["nextIndex"].toInt(), 4);
+        QVERIFY(!manual.exists("04-lisbon.png"));
+        QVERIFY(QFileInfo::exists(world.scratch() + "/home/.local/share/Trash/files/04-lisbon.png"));
+        QCOMPARE(world.savedProject()["screens"].toArray().size(), 3);
+    }
+
+    void refusalsDoNotEndTheSession()
+    {
+        DeviceWorld world;
+        QCOMPARE(world.vantrel({"attach"}).status, 0);
+        const Run run = record(world, "checkpoint Home Screen / Main\n"
+                                      "wait 0.7\n"
+                                      "checkpoint again\n"
+                                      "tap here\n"
+                                      "fly 1 2\n"
+                                      "tap 147 790\n"
+                                      "status\n"
+                                      "checkpoint\n"
+                                      "stop\n"
+                                      "tap 245 790\n");
+        QCOMPARE(run.status, 1);
+        QVERIFY(run.err.contains("No recorded navigation since the previous checkpoint."));
+        QVERIFY(run.err.contains("Usage: tap X Y"));
+        QVERIFY(run.err.contains("Unknown recorder command 'fly'"));
+        QVERIFY(QRegularExpression("Pending: (wait-[0-9.]+, )?tap-147-790\n").match(run.out).hasMatch());
+        QVERIFY(run.out.contains("Next checkpoint: 02-auto-name.png\n"));
+        // Nothing after "stop" is read.
+        const QJsonObject project = world.savedProject();
+        QCOMPARE(screenActions(project), (QStringList{"", "tap 147 790"}));
+        QCOMPARE(names(checkpoints(world), "filename"), (QStringList{"01-Home-Screen-Main.png", "02-explore.png"}));
+
+        // Delete a checkpoint by number, then reset everything.
+        QCOMPARE(names(checkpoints(world, {"delete", "1"}), "filename"), QStringList{"01-explore.png"});
+        const Run reset = world.vantrel({"record", "reset"}, privateHome(world));
+        QCOMPARE(reset.status, 0);
+        QVERIFY(checkpoints(world)["checkpoints"].toArray().isEmpty());
+        QVERIFY(world.savedProject()["screens"].toArray().isEmpty());
+    }
+};
+
+VANTREL_TEST(RecordCommandTest);
+#include "RecordCommandTest.moc"
