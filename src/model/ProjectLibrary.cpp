@@ -53,11 +53,6 @@ bool isCurrentProject(const AppModel &model, const ProjectLibraryItem &item)
 
 } // namespace
 
-void AppModel::stopFlowRecordingIfNeeded()
-{
-    // Hook for the event recorder: a recording in progress ends before the project changes.
-}
-
 void AppModel::refreshProjectLibrary()
 {
     QList<ProjectLibraryItem> items;

@@ -56,6 +56,18 @@ void AppModel::stopFlowRecording()
     saveProject();
 }
 
+void AppModel::stopFlowRecordingIfNeeded()
+{
+    // The project is about to be replaced (or its file is already gone), so
+    // the recording ends without saving: what was pending belonged to it.
+    if (!isRecordingFlow)
+        return;
+    isRecordingFlow = false;
+    lastRecordedActionAt.reset();
+    pendingOperations.clear();
+    stopSimulatorEventMonitoring();
+}
+
 void AppModel::resetRecordedFlow()
 {
     const bool wasRecording = isRecordingFlow;

@@ -217,6 +217,17 @@ private slots:
         QVERIFY(!r.model->lastError);
     }
 
+    void replacingTheProjectEndsTheRecording()
+    {
+        Recorder r;
+        r.model->loadSavedProject();
+        r.startRecording(1000);
+        r.model->pendingOperations = {OperationDraft::tap(1, 1)};
+        r.model->startNewProject("Next");
+        QVERIFY(!r.model->isRecordingFlow && !r.model->lastRecordedActionAt && !r.platform->mouseHandler);
+        QVERIFY(r.model->pendingOperations.isEmpty());
+    }
+
     void resetKeepsTheRecordingButNotTheFlow()
     {
         Recorder r;
