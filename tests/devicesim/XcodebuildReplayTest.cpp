@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QImage>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTest>
 
 namespace {
@@ -102,6 +104,22 @@ private slots:
         const auto r = world.run(QStringLiteral("xcodebuild"), world.xcodebuildArguments(root), environment, root);
         QVERIFY2(r.exitCode == 0, qPrintable(r.out + r.err));
         QVERIFY(QFile::exists(world.path(expected)));
+    }
+
+    void typedTextArrivesUnescaped()
+    {
+        StandInWorld world;
+        world.launchDemo(QStringLiteral("fr-FR"));
+        const QString typed = QStringLiteral("Qu\"é\\b\t😀");
+        const QString root = world.writeRunnerProject({{"tap", 147, 793, 0, 0, 0.45, {}, {}},
+                                                       {"tap", 196, 178, 0, 0, 0.45, {}, {}},
+                                                       {"type", 0, 0, 0, 0, 0.45, typed, {}}});
+        const QByteArray source = TestSupport::readFile(root + "/AutomationUITests/AutomationUITests.swift");
+        QVERIFY(source.contains("text: \"Qu\\\"é\\\\b\\t😀\""));
+        QCOMPARE(world.run(QStringLiteral("xcodebuild"), world.xcodebuildArguments(root)).exitCode, 0);
+        const QJsonObject session = QJsonDocument::fromJson(world.run("devicesim", {"state"}).out.toUtf8())
+                                        .object()["devices"][0]["running"][0].toObject();
+        QCOMPARE(session["searchText"].toString(), typed);
     }
 
     void unexpectedDialogDriftsOneScreenInOneLanguage()

@@ -21,7 +21,9 @@ QString RuntimeName::displayName(const QString &identifier)
     const int dash = rest.indexOf(QLatin1Char('-'));
     if (dash < 0)
         return rest;
-    return rest.left(dash) + QLatin1Char(' ') + rest.mid(dash + 1).replace(QLatin1Char('-'), QLatin1Char('.'));
+    // The visionOS runtime keeps its old name in its identifier.
+    const QString platform = rest.left(dash) == QLatin1String("xrOS") ? QStringLiteral("visionOS") : rest.left(dash);
+    return platform + QLatin1Char(' ') + rest.mid(dash + 1).replace(QLatin1Char('-'), QLatin1Char('.'));
 }
 
 // ---- device ----------------------------------------------------------------
