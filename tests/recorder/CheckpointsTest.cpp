@@ -195,19 +195,6 @@ private slots:
         QCOMPARE(c.model->manualScreens().size(), 3);
     }
 
-    void retakeKeepsTheNavigation()
-    {
-        ScreenshotStandIn xcrun;
-        xcrun.setScreen(Qt::yellow);
-        Checkpoints c;
-        c.make({"home", "settings"});
-        c.model->retakeCheckpoint(c.at(1));
-        QVERIFY(!c.model->lastError);
-        QCOMPARE(QImage(c.manual("02-settings.png")).pixelColor(0, 0), QColor(Qt::yellow));
-        QCOMPARE(c.screenTaps(), (QList<qint64>{0, 1}));
-        QCOMPARE(c.files(), (QStringList{"01-home.png", "02-settings.png"}));
-    }
-
     void movingSwapsImagesAndNavigation_data()
     {
         QTest::addColumn<QStringList>("names");
@@ -279,16 +266,6 @@ private slots:
         QCOMPARE(c.model->manualScreens().size(), 3);
         QCOMPARE(c.model->project.screens.size(), 3);
         QCOMPARE(c.model->lastManualCaptureURL, c.manual(trashed == 4 ? "03-c.png" : "04-d.png"));
-    }
-
-    void deleteLastWithNothingToDelete()
-    {
-        Checkpoints c;
-        QVERIFY(!c.model->canDeleteLastManualCapture());
-        c.model->deleteLastManualCapture();
-        QCOMPARE(c.model->lastError, QStringLiteral("There is no manual screenshot to delete."));
-        c.model->moveScreenshotToTrash(c.manual("09-gone.png"));
-        QCOMPARE(c.model->lastError, "Screenshot no longer exists: " + c.manual("09-gone.png"));
     }
 
     void syncRebuildsCheckpointsFromNumberedImages()
