@@ -176,8 +176,13 @@ int runSession(CommandContext &c)
 {
     c.model.startFlowRecording();
     c.flushLog();
-    if (c.model.lastError)
+    if (!c.model.isRecordingFlow)
         return 1; // main() prints why
+    if (c.model.lastError) {
+        // Recording runs; only something around it (such as the preview) failed.
+        c.err << "note: " << *c.model.lastError << "\n";
+        c.model.clearLastError();
+    }
     c.out << "Recording. One command per line; 'stop' or the end of input ends the recording.\n";
     c.out.flush();
     Session session{c};
