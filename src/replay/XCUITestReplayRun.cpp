@@ -65,10 +65,17 @@ QHash<QString, QString> replayEnvironment(const std::optional<QString> &outputDi
                                           const ProgressHandler &progressHandler)
 {
     QHash<QString, QString> environment;
+    // `xcodebuild test` hands the UI-test runner only the variables named
+    // TEST_RUNNER_<NAME>, with that prefix stripped; each value is therefore
+    // set under both names, so the test sees it however it is started.
+    const auto set = [&environment](const QString &name, const QString &value) {
+        environment.insert(name, value);
+        environment.insert(QStringLiteral("TEST_RUNNER_") + name, value);
+    };
     if (outputDirectory)
-        environment.insert(outputDirectoryEnvironmentKey, *outputDirectory);
+        set(outputDirectoryEnvironmentKey, *outputDirectory);
     if (progressHandler)
-        environment.insert(progressFileEnvironmentKey, progressFile);
+        set(progressFileEnvironmentKey, progressFile);
     return environment;
 }
 

@@ -110,6 +110,9 @@ private slots:
         QVERIFY(environment.at(1).startsWith(QStringLiteral("PATH=") + developerToolPath + QStringLiteral(":")));
         QCOMPARE(environment.at(2), QStringLiteral("OUTPUT=/out/dir"));
         QCOMPARE(environment.at(3), QStringLiteral("PROGRESS=") + root() + QStringLiteral("/progress.log"));
+        // A real xcodebuild passes only TEST_RUNNER_-prefixed variables on to the UI test.
+        QCOMPARE(environment.at(4), QStringLiteral("RUNNER_OUTPUT=/out/dir"));
+        QCOMPARE(environment.at(5), QStringLiteral("RUNNER_PROGRESS=") + root() + QStringLiteral("/progress.log"));
         QCOMPARE(TestSupport::readFile(root() + QStringLiteral("/current-output-directory.txt")), QByteArray("/out/dir"));
         QVERIFY(!QFileInfo::exists(root() + QStringLiteral("/progress.log"))); // deleted, and nothing wrote a new one
         QVERIFY(delivered.isEmpty());
@@ -120,7 +123,9 @@ private slots:
         TestSupport::writeFile(root() + QStringLiteral("/current-output-directory.txt"), "/earlier");
         replay();
         const QStringList environment = lines(TestSupport::readFile(logFile(QStringLiteral("xcodebuild.env"))));
-        QCOMPARE(environment.mid(2), (QStringList{QStringLiteral("OUTPUT=<unset>"), QStringLiteral("PROGRESS=<unset>")}));
+        QCOMPARE(environment.mid(2), (QStringList{QStringLiteral("OUTPUT=<unset>"), QStringLiteral("PROGRESS=<unset>"),
+                                                  QStringLiteral("RUNNER_OUTPUT=<unset>"),
+                                                  QStringLiteral("RUNNER_PROGRESS=<unset>")}));
         QVERIFY(!QFileInfo::exists(root() + QStringLiteral("/current-output-directory.txt")));
     }
 
