@@ -4,6 +4,7 @@
 // on device commands and the build, and changes model state only through
 // calls onto the main thread.
 
+#include "BuildCanceller.h"
 #include "MainThreadCall.h"
 #include "ThumbnailCache.h"
 #include "model/AppError.h"
@@ -17,14 +18,8 @@
 #include <QFileInfo>
 #include <QThreadPool>
 #include <QtConcurrent/QtConcurrentRun>
-#include <chrono>
-#include <condition_variable>
-#include <mutex>
-#include <thread>
 
 namespace {
-
-using CancelFlag = std::shared_ptr<std::atomic_bool>;
 
 // Thrown on the worker when the user cancelled between two steps.
 struct RunCancelled
@@ -33,42 +28,23 @@ struct RunCancelled
 
 // Runs of their own, so that a run blocking for minutes never starves the
 // shared pool that main-thread operations await their device commands on.
+// Never destroyed: a run still winding down must not hold up the exit.
 QThreadPool &runPool()
 {
-    static QThreadPool pool;
-    pool.setMaxThreadCount(2); // a cancelled run may still be winding down
-    return pool;
+    static QThreadPool *pool = [] {
+        auto *threads = new QThreadPool;
+        threads->setMaxThreadCount(2); // a cancelled run may still be winding down
+        return threads;
+    }();
+    return *pool;
 }
 
 QString describe(const std::exception &error) { return QString::fromUtf8(error.what()); }
 
-// While a replay is in flight, ends its build as soon as the run is
-// cancelled, also when the cancel came just before the build was started.
-class BuildCanceller
-{
-public:
-    explicit BuildCanceller(CancelFlag cancelled)
-        : m_thread([this, cancelled](std::stop_token stop) {
-              std::unique_lock lock(m_mutex);
-              while (!stop.stop_requested()) {
-                  if (cancelled->load())
-                      XCUITestReplay::cancelActiveRuns();
-                  m_wake.wait_for(lock, stop, std::chrono::milliseconds(50), [] { return false; });
-              }
-          })
-    {
-    }
-
-private:
-    std::mutex m_mutex;
-    std::condition_variable_any m_wake;
-    std::jthread m_thread; // last: stopped and joined first
-};
-
 class RecordedRun
 {
 public:
-    RecordedRun(QPointer<AppModel> model, CancelFlag cancelled)
+    RecordedRun(QPointer<AppModel> model, BuildCanceller::Flag cancelled)
         : m_model(std::move(model)), m_cancelled(std::move(cancelled))
     {
     }
@@ -100,7 +76,7 @@ private:
     void finish(AppModel &m);
 
     QPointer<AppModel> m_model;
-    CancelFlag m_cancelled;
+    BuildCanceller::Flag m_cancelled;
     ScreenshotProject m_project; // the project as it was when the run started
     QString m_packageRoot;
     QString m_workspace;
@@ -109,27 +85,33 @@ private:
 void RecordedRun::execute()
 {
     try {
-        prepare();
-        for (const QString &device : m_project.devices) {
-            checkCancelled();
-            prepareDevice(device);
-            for (const QString &language : m_project.languages) {
+        try {
+            prepare();
+            for (const QString &device : m_project.devices) {
                 checkCancelled();
-                runPair(device, language);
+                prepareDevice(device);
+                for (const QString &language : m_project.languages) {
+                    checkCancelled();
+                    runPair(device, language);
+                }
             }
+            checkCancelled();
+            finishSucceeded();
+        } catch (const RunCancelled &) {
+            finishCancelled();
+        } catch (const ModelGone &) {
+            throw;
+        } catch (const std::exception &error) {
+            // A build ended by a cancel fails like any other; the flag tells them apart.
+            if (m_cancelled->load())
+                finishCancelled();
+            else
+                finishFailed(describe(error));
+        } catch (...) {
+            finishFailed(QStringLiteral("Generation stopped because of an unexpected error."));
         }
-        checkCancelled();
-        finishSucceeded();
     } catch (const ModelGone &) {
         // Nobody is left to report to.
-    } catch (const RunCancelled &) {
-        finishCancelled();
-    } catch (const std::exception &error) {
-        // A build ended by a cancel fails like any other; the flag tells them apart.
-        if (m_cancelled->load())
-            finishCancelled();
-        else
-            finishFailed(describe(error));
     }
 }
 
@@ -204,13 +186,14 @@ void RecordedRun::runPair(const QString &device, const QString &language)
                             outputDirectory, [model, language, device, outputDirectory](const QString &path) {
                                 // Queued, not blocking: a burst of lines is counted in order
                                 // without holding the build back.
-                                QMetaObject::invokeMethod(
-                                    model.data(),
-                                    [model, language, device] {
-                                        if (model)
-                                            model->incrementRunProgress(language, device);
-                                    },
-                                    Qt::QueuedConnection);
+                                if (AppModel *target = model.data())
+                                    QMetaObject::invokeMethod(
+                                        target,
+                                        [model, language, device] {
+                                            if (model)
+                                                model->incrementRunProgress(language, device);
+                                        },
+                                        Qt::QueuedConnection);
                                 // The drift check needs this screenshot's thumbnail:
                                 // make it while the device works on the next one.
                                 ThumbnailCache::prefetch(QDir(outputDirectory).filePath(path));
