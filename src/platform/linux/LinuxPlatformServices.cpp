@@ -6,6 +6,8 @@
 #include "platform/TesseractTextRecognizer.h"
 
 #include <QDesktopServices>
+#include <QDir>
+#include <QStandardPaths>
 #include <QFile>
 #include <QFileInfo>
 #include <QUrl>
@@ -35,7 +37,11 @@ public:
 
     bool moveToTrash(const QString &path, QString *error) override
     {
-        if (QFile::moveToTrash(path))
+        // Qt places the freedesktop Trash under the user's data folder; when
+        // that folder does not exist yet it would put "files/" and "info/"
+        // into the working folder instead, so make sure it is there first.
+        const QString dataHome = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+        if (!dataHome.isEmpty() && QDir().mkpath(dataHome) && QFile::moveToTrash(path))
             return true;
         if (error)
             *error = QStringLiteral("Could not move %1 to the Trash.").arg(path);
