@@ -1,5 +1,6 @@
 // The diagnostics file and finding the customer guide shipped with a build.
 
+#include "ModelFixture.h"
 #include "TestSupport.h"
 
 #include "app/CustomerGuide.h"
@@ -12,19 +13,7 @@
 
 namespace {
 
-struct Fixture
-{
-    QTemporaryDir dir;
-    ScriptedPlatformServices *platform = nullptr;
-    std::unique_ptr<AppModel> model;
-
-    Fixture()
-    {
-        auto services = std::make_unique<ScriptedPlatformServices>();
-        platform = services.get();
-        model = std::make_unique<AppModel>(dir.path(), std::move(services));
-    }
-};
+using Fixture = ModelFixture;
 
 } // namespace
 

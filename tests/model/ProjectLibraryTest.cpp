@@ -2,6 +2,7 @@
 // order, and that opening, deleting and restoring never lose or overwrite
 // a project or a folder that is not ours.
 
+#include "ModelFixture.h"
 #include "TestSupport.h"
 
 #include "model/AppModel.h"
@@ -27,19 +28,8 @@ ScreenshotProject document(const QString &id, const QString &name, ReferenceSeco
     return p;
 }
 
-struct Fixture
+struct Fixture : ModelFixture
 {
-    QTemporaryDir dir;
-    ScriptedPlatformServices *platform = nullptr;
-    std::unique_ptr<AppModel> model;
-
-    Fixture()
-    {
-        auto services = std::make_unique<ScriptedPlatformServices>();
-        platform = services.get();
-        model = std::make_unique<AppModel>(dir.path(), std::move(services));
-    }
-
     QString writeProject(const ScreenshotProject &p, const QString &fileName = QString())
     {
         const QString name = fileName.isEmpty() ? *p.projectID + QStringLiteral(".json") : fileName;
@@ -193,7 +183,7 @@ private slots:
         QFETCH(QString, relativeOutput);
         QFETCH(bool, removed);
         Fixture f;
-        const QString folder = f.dir.path() + "/" + relativeOutput;
+        const QString folder = f.root.path() + "/" + relativeOutput;
         TestSupport::writeFile(QDir::cleanPath(folder) + "/en-US/01.png", "png");
         const QString file = f.writeProject(document("V", "Victim", 100, folder));
         f.model->loadSavedProject(); // current is V
@@ -210,10 +200,10 @@ private slots:
     void outputLinkLeadingOutsideIsKept()
     {
         Fixture f;
-        const QString outside = TestSupport::writeFile(f.dir.path() + "/elsewhere/keep.png", "png");
+        const QString outside = TestSupport::writeFile(f.root.path() + "/elsewhere/keep.png", "png");
         QDir().mkpath(f.model->outputRootDirectory());
         const QString link = f.model->outputRootDirectory() + "/linked";
-        QVERIFY(QFile::link(f.dir.path() + "/elsewhere", link));
+        QVERIFY(QFile::link(f.root.path() + "/elsewhere", link));
         f.platform->trashAvailable = false;
         f.model->deleteManagedOutputDirectoryIfSafe(document("L", "Linked", 0, link));
         QVERIFY(QFileInfo::exists(outside));
@@ -306,16 +296,16 @@ private slots:
     void trashOrRemoveFallsBackToRemovalOnlyWithoutATrash()
     {
         Fixture f;
-        TestSupport::writeFile(f.dir.path() + "/a/file.txt", "x");
-        f.model->trashOrRemove(f.dir.path() + "/a");
-        QCOMPARE(f.platform->trashed, QStringList{f.dir.path() + "/a"});
+        TestSupport::writeFile(f.root.path() + "/a/file.txt", "x");
+        f.model->trashOrRemove(f.root.path() + "/a");
+        QCOMPARE(f.platform->trashed, QStringList{f.root.path() + "/a"});
 
         f.platform->trashAvailable = false;
-        const QString gone = TestSupport::writeFile(f.dir.path() + "/b/file.txt", "x");
-        f.model->trashOrRemove(f.dir.path() + "/b");
+        const QString gone = TestSupport::writeFile(f.root.path() + "/b/file.txt", "x");
+        f.model->trashOrRemove(f.root.path() + "/b");
         QVERIFY(!QFileInfo::exists(gone));
         QCOMPARE(f.platform->trashed.size(), 1);
-        f.model->trashOrRemove(f.dir.path() + "/never-there"); // nothing to do, no error
+        f.model->trashOrRemove(f.root.path() + "/never-there"); // nothing to do, no error
     }
 };
 

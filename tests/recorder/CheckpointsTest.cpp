@@ -2,6 +2,7 @@
 // temporary files, renumbering without losing an image, the Trash, and
 // rebuilding the records from images found at start.
 
+#include "ModelFixture.h"
 #include "TestSupport.h"
 
 #include "model/AppModel.h"
@@ -49,17 +50,10 @@ private:
     QByteArray m_savedPath;
 };
 
-struct Checkpoints
+struct Checkpoints : ModelFixture
 {
-    QTemporaryDir root;
-    ScriptedPlatformServices *platform = nullptr;
-    std::unique_ptr<AppModel> model;
-
     Checkpoints()
     {
-        auto services = std::make_unique<ScriptedPlatformServices>();
-        platform = services.get();
-        model = std::make_unique<AppModel>(root.path(), std::move(services));
         model->project.outputDirectory = root.path() + "/out";
         model->project.devices = {QStringLiteral("UDID-1")};
     }

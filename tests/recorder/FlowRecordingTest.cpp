@@ -2,6 +2,7 @@
 // become operations, waits come from the time between actions, and the
 // flow's state moves as the user starts, resets and stops.
 
+#include "ModelFixture.h"
 #include "TestSupport.h"
 
 #include "model/AppModel.h"
@@ -20,17 +21,10 @@ namespace {
 // A 200 x 400 point device (400 x 800 pixels at 2x) in a Simulator window
 // whose desktop frame is (100, 50, 300, 434): the screen spans x 150...350 and
 // y 50...450, the title strip lies above 450, the letterbox left and right.
-struct Recorder
+struct Recorder : ModelFixture
 {
-    QTemporaryDir root;
-    ScriptedPlatformServices *platform = nullptr;
-    std::unique_ptr<AppModel> model;
-
     Recorder()
     {
-        auto services = std::make_unique<ScriptedPlatformServices>();
-        platform = services.get();
-        model = std::make_unique<AppModel>(root.path(), std::move(services));
         // Window-server bounds have their origin at the top left of the 900-high screen.
         platform->windows = {{QStringLiteral("Simulator"), 0, QRectF(100, 900 - 484, 300, 434)}};
         model->recorderPreviewPixelSize = QSizeF(400, 800);
