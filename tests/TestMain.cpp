@@ -3,11 +3,20 @@
 #include "TestSupport.h"
 
 #include <QGuiApplication>
+#include <QTemporaryDir>
 #include <QTest>
 #include <memory>
 
 int main(int argc, char **argv)
 {
+    // A private home for the whole run: whatever a test or a program it
+    // starts might write under the user's folders lands here instead.
+    QTemporaryDir home;
+    qputenv("HOME", home.path().toUtf8());
+    qputenv("XDG_DATA_HOME", (home.path() + "/.local/share").toUtf8());
+    qputenv("XDG_CONFIG_HOME", (home.path() + "/.config").toUtf8());
+    qputenv("XDG_CACHE_HOME", (home.path() + "/.cache").toUtf8());
+
     qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen"
                                                                      : qgetenv("QT_QPA_PLATFORM"));
     QGuiApplication app(argc, argv);

@@ -12,7 +12,8 @@ if ! command -v node >/dev/null 2>&1 || ! command -v npm >/dev/null 2>&1; then
 fi
 if [ ! -f "$workdir/node_modules/xcode/package.json" ]; then
     mkdir -p "$workdir"
-    if ! npm install --prefix "$workdir" --no-save --no-audit --no-fund --fetch-retries=1 \
+    # npm's cache stays in the build folder, away from the user's home.
+    if ! npm_config_cache="$workdir/npm-cache" npm install --prefix "$workdir" --no-save --no-audit --no-fund --fetch-retries=1 \
             --fetch-timeout=30000 xcode@3.0.1 >"$workdir/npm-install.log" 2>&1; then
         echo "SKIP: could not install the npm package xcode (see $workdir/npm-install.log)"
         exit 77
