@@ -88,7 +88,7 @@ std::optional<ProjectLibraryItem> AppModel::projectLibraryItem(const QString &pa
     item.languageCount = document.languages.size();
     item.subtitle = plural(item.languageCount, QStringLiteral("language")) + QStringLiteral(" \u00B7 ")
                     + plural(item.checkpointCount, QStringLiteral("checkpoint"));
-    item.modifiedAt = document.updatedAt.value_or(ProjectFileListing::modificationDate(info));
+    item.modifiedAt = document.updatedAt ? *document.updatedAt : ProjectFileListing::modificationDate(info);
     item.appName = document.appName;
     item.bundleId = document.bundleId;
     return item;

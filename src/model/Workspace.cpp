@@ -25,7 +25,7 @@ QString AppModel::projectFileURL(const QString &projectID) const
 QString AppModel::defaultOutputDirectory(const std::optional<QString> &projectID, const QString &name) const
 {
     const QString slug = PathSanitizer::component(name.toLower());
-    const QString id8 = projectID.value_or(UuidText::create()).left(8).toLower();
+    const QString id8 = (projectID ? *projectID : UuidText::create()).left(8).toLower();
     return outputRootDirectory() + QLatin1Char('/') + slug + QLatin1Char('-') + id8;
 }
 
@@ -101,23 +101,30 @@ void AppModel::writeCurrentProjectID()
 void AppModel::loadSavedProject()
 {
     assertMainThread();
-    std::optional<QString> source;
+    // The library is read once per load: by the save that ends a load, or
+    // here when the newest library entry is the last source to try or the
+    // load ends without a save. Every extra listing re-reads every project.
+    bool libraryListed = false;
     try {
         if (!QDir().mkpath(projectsDirectory()))
             throw AppError(QStringLiteral("Could not create the folder %1.").arg(projectsDirectory()));
-        refreshProjectLibrary();
 
         // An identity file that cannot be read counts as absent.
         const std::optional<QByteArray> idBytes =
             AtomicFile::readIfExists(workspaceDirectory() + QStringLiteral("/current-project-id.txt"));
         const QString currentID = idBytes ? QString::fromUtf8(*idBytes).trimmed() : QString();
         const QString legacyFile = workspaceDirectory() + QStringLiteral("/project.json");
-        if (!currentID.isEmpty() && QFileInfo::exists(projectFileURL(currentID)))
+        std::optional<QString> source;
+        if (!currentID.isEmpty() && QFileInfo::exists(projectFileURL(currentID))) {
             source = projectFileURL(currentID);
-        else if (QFileInfo::exists(legacyFile))
+        } else if (QFileInfo::exists(legacyFile)) {
             source = legacyFile;
-        else if (!projectLibrary.isEmpty() && QFileInfo::exists(projectLibrary.first().url))
-            source = projectLibrary.first().url;
+        } else {
+            refreshProjectLibrary();
+            libraryListed = true;
+            if (!projectLibrary.isEmpty() && QFileInfo::exists(projectLibrary.first().url))
+                source = projectLibrary.first().url;
+        }
 
         if (source) {
             ScreenshotProject loaded = ProjectCoding::decode(AtomicFile::read(*source));
@@ -126,11 +133,15 @@ void AppModel::loadSavedProject()
         }
     } catch (const AppError &error) {
         // The start-up project stays current and is not saved, so the file
-        // that failed to load is left exactly as it was.
+        // that failed to load is left exactly as it was; the library still
+        // shows, so another project can be opened.
+        if (!libraryListed)
+            refreshProjectLibrary();
         setLastError(QStringLiteral("Could not load saved project: ") + error.message());
         return;
     }
-    saveProject();
+    if (!saveProject() && !libraryListed)
+        refreshProjectLibrary();
 }
 
 void AppModel::ensureProjectIdentityAndOutputDirectory(const QString &name, bool preferAppSpecificOutput)
@@ -178,7 +189,9 @@ void AppModel::resetProjectRuntimeState(const QString &message)
     lastRunOutcome.reset();
     runLog = message;
     refreshReviewImages();
-    refreshProjectLibrary();
+    // The library is not listed here: a project is only replaced together
+    // with a save, and the save lists it (listing twice reads every project
+    // file twice).
     refreshProjectSnapshots();
     emit changed();
 }
