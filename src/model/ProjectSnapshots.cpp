@@ -107,7 +107,6 @@ void AppModel::restoreProjectSnapshot(const ProjectSnapshotSummary &snapshot)
     }
     // A new identity, so the restore never overwrites the project it came from.
     restored.projectID = UuidText::create();
-    normalizeLoadedProject(restored);
 
     stopFlowRecordingIfNeeded();
     project = restored;
