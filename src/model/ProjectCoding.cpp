@@ -1,6 +1,7 @@
 #include "ProjectCoding.h"
 
 #include "AppError.h"
+#include "UuidText.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -45,6 +46,18 @@ public:
         return value.toString();
     }
 
+    // A UUID in its 36-character form, in either letter case; kept in the
+    // canonical upper case, which is how it is written back.
+    QString uuid(const QString &key) const
+    {
+        const QString value = text(key);
+        const QString canonical = UuidText::fromUuid(QUuid::fromString(value));
+        if (canonical.compare(value, Qt::CaseInsensitive) != 0)
+            throw AppError(QStringLiteral("The value of \"%1\" should be a UUID, but it is \"%2\".")
+                               .arg(pathOf(key), value));
+        return canonical;
+    }
+
     bool boolean(const QString &key) const
     {
         const QJsonValue value = required(key);
@@ -79,7 +92,7 @@ public:
         QStringList result;
         for (qsizetype i = 0; i < array.size(); ++i) {
             if (!array.at(i).isString())
-                mismatch(QStringLiteral("%1[%2]").arg(key).arg(i), QStringLiteral("text"), array.at(i), true);
+                mismatch(QStringLiteral("%1[%2]").arg(key).arg(i), QStringLiteral("text"), array.at(i));
             result.append(array.at(i).toString());
         }
         return result;
@@ -132,10 +145,8 @@ private:
         return value.toArray();
     }
 
-    [[noreturn]] void mismatch(const QString &key, const QString &expected, const QJsonValue &found,
-                               bool keyIsIndexed = false) const
+    [[noreturn]] void mismatch(const QString &key, const QString &expected, const QJsonValue &found) const
     {
-        Q_UNUSED(keyIsIndexed);
         throw AppError(QStringLiteral("The value of \"%1\" should be %2, but it is %3.")
                            .arg(pathOf(key), expected, typeName(found)));
     }
@@ -172,7 +183,7 @@ OperationDraft decodeOperation(const Reader &reader)
 ScreenDraft decodeScreen(const Reader &reader)
 {
     ScreenDraft screen;
-    screen.id = reader.text(QStringLiteral("id"));
+    screen.id = reader.uuid(QStringLiteral("id"));
     screen.name = reader.text(QStringLiteral("name"));
     screen.state = reader.text(QStringLiteral("state"));
     screen.sampleName = reader.text(QStringLiteral("sampleName"));
@@ -185,7 +196,7 @@ ScreenDraft decodeScreen(const Reader &reader)
 ManualScreenDraft decodeManualScreen(const Reader &reader)
 {
     ManualScreenDraft manual;
-    manual.id = reader.text(QStringLiteral("id"));
+    manual.id = reader.uuid(QStringLiteral("id"));
     manual.index = reader.integer(QStringLiteral("index"));
     manual.name = reader.text(QStringLiteral("name"));
     if (reader.has(QStringLiteral("filename")))

@@ -25,10 +25,12 @@ QJsonObject minimalDocument()
     })").object();
 }
 
+const QString screenID = QStringLiteral("3F2504E0-4F89-11D3-9A0C-0305E82C3301");
+
 QJsonObject withScreenOperation(const QJsonValue &operation)
 {
     QJsonObject document = minimalDocument();
-    QJsonObject screen{{"id", "A"}, {"name", "n"}, {"state", ""}, {"sampleName", ""},
+    QJsonObject screen{{"id", screenID}, {"name", "n"}, {"state", ""}, {"sampleName", ""},
                        {"launchWaitSeconds", 0}, {"operations", QJsonArray{operation}}};
     document.insert("screens", QJsonArray{screen});
     return document;
@@ -69,11 +71,12 @@ private slots:
         p.languages = {"de-DE", "pt-BR"};
         p.launchWaitSeconds = 0.15;
         p.manualCaptureIndex = 9007199254740993LL; // not representable as a double
-        ScreenDraft screen{"S1", "Home", "", "", 1.5,
+        ScreenDraft screen{screenID, "Home", "", "", 1.5,
                            {OperationDraft::tap(120, 640), OperationDraft::wait(1.5),
                             OperationDraft::swipe(-3, 10, 200, 900, 0.35), OperationDraft::type("Zoë \"q\"\n")}};
         p.screens = {screen};
-        p.manualScreens = QList<ManualScreenDraft>{{"M1", 1, "Home", "01-home.png"}, {"M2", 2, "Search", std::nullopt}};
+        p.manualScreens = QList<ManualScreenDraft>{{"A5F0C1D2-0000-4000-8000-000000000001", 1, "Home", "01-home.png"},
+                                                   {"A5F0C1D2-0000-4000-8000-000000000002", 2, "Search", std::nullopt}};
 
         const ScreenshotProject back = ProjectCoding::decode(ProjectCoding::encodeBytes(p));
         QCOMPARE(back, p);
@@ -144,8 +147,10 @@ private slots:
         QTest::newRow("languages not a list") << "languages" << QJsonValue("en-US") << "\"languages\" should be a list";
         QTest::newRow("language not text") << "languages" << QJsonValue(QJsonArray{"en-US", 3}) << "\"languages[1]\" should be text";
         QTest::newRow("bool as string") << "openSimulator" << QJsonValue("yes") << "\"openSimulator\" should be a boolean";
-        QTest::newRow("index without index") << "manualScreens" << QJsonValue(QJsonArray{QJsonObject{{"id", "A"}, {"name", "x"}}})
+        QTest::newRow("index without index") << "manualScreens" << QJsonValue(QJsonArray{QJsonObject{{"id", screenID}, {"name", "x"}}})
                                              << "\"manualScreens[0].index\" is missing";
+        QTest::newRow("id not a UUID") << "manualScreens" << QJsonValue(QJsonArray{QJsonObject{{"id", "M1"}, {"index", 1}, {"name", "x"}}})
+                                       << "\"manualScreens[0].id\" should be a UUID";
     }
 
     void documentRejections()
@@ -166,10 +171,11 @@ private slots:
     {
         QJsonObject document = minimalDocument();
         document.insert("futureSetting", QJsonObject{{"a", 1}});
-        document.insert("manualScreens", QJsonArray{QJsonObject{{"id", "A"}, {"index", 1}, {"name", "x"}, {"extra", true}}});
+        document.insert("manualScreens", QJsonArray{QJsonObject{{"id", screenID.toLower()}, {"index", 1}, {"name", "x"}, {"extra", true}}});
         const ScreenshotProject p = ProjectCoding::decode(bytes(document));
         QVERIFY(!p.manualCaptureIndex);
         QCOMPARE(p.manualScreens->first().filename, std::nullopt);
+        QCOMPARE(p.manualScreens->first().id, screenID); // written back in upper case
     }
 
     void notJsonIsExplained()

@@ -14,6 +14,7 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUuid>
 
 namespace {
 
@@ -65,7 +66,7 @@ private slots:
         Fixture f;
         ScreenshotProject rich = document("B", "Rich", 200);
         rich.languages = {"en-US", "de-DE", "fr-FR"};
-        rich.screens = {ScreenDraft{"S1", "Home", "", "", 0, {}}};
+        rich.screens = {ScreenDraft{QUuid::createUuid().toString(QUuid::WithoutBraces), "Home", "", "", 0, {}}};
         f.writeProject(rich);
         f.writeProject(document("A", "Plain", 100));
         f.writeProject(document("C", "Upper", 300), "C.JSON");
@@ -99,7 +100,8 @@ private slots:
         Fixture f;
         const QString folder = f.model->snapshotsDirectory();
         ScreenshotProject named = document("N", "Named", 0);
-        named.screens = {ScreenDraft{"S1", "a", "", "", 0, {}}, ScreenDraft{"S2", "b", "", "", 0, {}}};
+        named.screens = {ScreenDraft{QUuid::createUuid().toString(QUuid::WithoutBraces), "a", "", "", 0, {}},
+                         ScreenDraft{QUuid::createUuid().toString(QUuid::WithoutBraces), "b", "", "", 0, {}}};
         TestSupport::writeFile(folder + "/a.json", ProjectCoding::encodeBytes(named));
         ScreenshotProject byApp = document("P", "", 0);
         byApp.appName = "Shop";
