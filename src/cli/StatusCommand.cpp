@@ -96,5 +96,6 @@ int runStatus(CommandContext &c)
 
 VANTREL_COMMAND({QStringLiteral("status"), QStringLiteral("status [--json]"),
                  QStringLiteral("Shows the current project: its name, app, attached simulator, languages,\n"
-                                "checkpoints, output folder and workspace folder."),
+                                "checkpoints, output folder and workspace folder, then the preflight checks\n"
+                                "and whether the project is ready to generate."),
                  runStatus});

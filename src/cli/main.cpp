@@ -56,7 +56,11 @@ int main(int argc, char **argv)
             out << "vantrel " << VANTREL_VERSION << "\n";
             return 0;
         }
-        if (option == QLatin1String("--root") && !arguments.isEmpty()) {
+        if (option == QLatin1String("--root")) {
+            if (arguments.isEmpty()) {
+                err << "vantrel: --root needs a folder\n";
+                return 2;
+            }
             root = arguments.takeFirst();
         } else if (option.startsWith(QLatin1String("--root="))) {
             root = option.mid(7);
