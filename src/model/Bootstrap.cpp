@@ -19,5 +19,9 @@ void AppModel::refreshAfterLoad()
     refreshReviewImages();
     refreshProjectSnapshots();
     syncManualScreensFromExistingCapturesIfNeeded();
-    refreshRecorderPreview();
+    // Start-up lists the simulators once. Still without a device, the
+    // preview has no screen to show and would only list them again, and its
+    // complaint would hide why none could be adopted.
+    if (!project.devices.isEmpty())
+        refreshRecorderPreview();
 }
