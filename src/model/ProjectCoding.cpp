@@ -5,7 +5,6 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <cmath>
 #include <functional>
 
 namespace ProjectCoding {
@@ -79,11 +78,13 @@ public:
         const QJsonValue value = required(key);
         if (!value.isDouble())
             mismatch(key, QStringLiteral("a whole number"), value);
-        const double asDouble = value.toDouble();
-        if (std::trunc(asDouble) != asDouble || !std::isfinite(asDouble))
+        // Each default comes back only for a value that is no 64-bit whole
+        // number (fractional, or too large), which must not be read as 0.
+        const qint64 whole = value.toInteger(0);
+        if (whole != value.toInteger(1))
             throw AppError(QStringLiteral("The value of \"%1\" should be a whole number, but it is %2.")
-                               .arg(pathOf(key), QString::number(asDouble, 'g', 17)));
-        return value.toInteger();
+                               .arg(pathOf(key), QString::number(value.toDouble(), 'g', 17)));
+        return whole;
     }
 
     QStringList textList(const QString &key) const

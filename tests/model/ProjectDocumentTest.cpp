@@ -122,6 +122,7 @@ private slots:
                                           << QString("Invalid number of keys found, expected one.");
         QTest::newRow("empty object") << QByteArray("{}") << QString("Invalid number of keys found, expected one.");
         QTest::newRow("fractional tap") << QByteArray(R"({"tap":{"x":1.5,"y":2}})") << QString("whole number");
+        QTest::newRow("tap beyond 64 bits") << QByteArray(R"({"tap":{"x":1e30,"y":2}})") << QString("whole number");
         QTest::newRow("missing payload field") << QByteArray(R"({"swipe":{"startX":1,"startY":2,"endX":3,"endY":4}})")
                                                << QString("\"screens[0].operations[0].swipe.duration\" is missing");
         QTest::newRow("mistyped text") << QByteArray(R"({"type":{"text":5}})") << QString("should be text");
