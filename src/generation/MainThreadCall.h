@@ -4,6 +4,7 @@
 // throws is rethrown on the worker, unchanged. The model is held weakly: once
 // it is gone, the worker is told so and stops.
 
+#include <QCoreApplication>
 #include <QMetaObject>
 #include <QObject>
 #include <QPointer>
@@ -17,23 +18,41 @@ struct ModelGone
 {
 };
 
+// The receiver of the worker's calls: an object of the main thread that is
+// never destroyed. Calls are never posted to the model itself, which the main
+// thread may destroy between the worker's look at it and the posting; whether
+// the model still exists is asked on the main thread, where it is destroyed.
+inline QObject &mainThreadRelay()
+{
+    static QObject *const relay = [] {
+        auto *object = new QObject;
+        object->moveToThread(QCoreApplication::instance()->thread());
+        return object;
+    }();
+    return *relay;
+}
+
 template <class Model, class F>
 auto callOnMainThread(const QPointer<Model> &model, F job) -> std::invoke_result_t<F, Model &>
 {
     using R = std::invoke_result_t<F, Model &>;
-    Model *target = model.data();
-    if (!target)
-        throw ModelGone{};
-    if (QThread::currentThread() == target->thread())
-        return job(*target);
+    QObject &relay = mainThreadRelay();
+    if (QThread::currentThread() == relay.thread()) {
+        if (!model)
+            throw ModelGone{};
+        return job(*model);
+    }
 
     std::conditional_t<std::is_void_v<R>, bool, std::optional<R>> value{};
     std::exception_ptr error;
-    bool ran = false;
+    bool gone = true;
     QMetaObject::invokeMethod(
-        target,
+        &relay,
         [&] {
-            ran = true;
+            Model *target = model.data();
+            if (!target)
+                return;
+            gone = false;
             try {
                 if constexpr (std::is_void_v<R>) {
                     job(*target);
@@ -45,8 +64,8 @@ auto callOnMainThread(const QPointer<Model> &model, F job) -> std::invoke_result
             }
         },
         Qt::BlockingQueuedConnection);
-    if (!ran)
-        throw ModelGone{}; // the call was dropped with its receiver
+    if (gone)
+        throw ModelGone{};
     if (error)
         std::rethrow_exception(error);
     if constexpr (!std::is_void_v<R>)

@@ -186,14 +186,13 @@ void RecordedRun::runPair(const QString &device, const QString &language)
                             outputDirectory, [model, language, device, outputDirectory](const QString &path) {
                                 // Queued, not blocking: a burst of lines is counted in order
                                 // without holding the build back.
-                                if (AppModel *target = model.data())
-                                    QMetaObject::invokeMethod(
-                                        target,
-                                        [model, language, device] {
-                                            if (model)
-                                                model->incrementRunProgress(language, device);
-                                        },
-                                        Qt::QueuedConnection);
+                                QMetaObject::invokeMethod(
+                                    &mainThreadRelay(),
+                                    [model, language, device] {
+                                        if (model)
+                                            model->incrementRunProgress(language, device);
+                                    },
+                                    Qt::QueuedConnection);
                                 // The drift check needs this screenshot's thumbnail:
                                 // make it while the device works on the next one.
                                 ThumbnailCache::prefetch(QDir(outputDirectory).filePath(path));
