@@ -28,12 +28,13 @@ struct RunCancelled
 
 // Runs of their own, so that a run blocking for minutes never starves the
 // shared pool that main-thread operations await their device commands on.
+// One thread: a run starts only once the previous one has wound down.
 // Never destroyed: a run still winding down must not hold up the exit.
 QThreadPool &runPool()
 {
     static QThreadPool *pool = [] {
         auto *threads = new QThreadPool;
-        threads->setMaxThreadCount(2); // a cancelled run may still be winding down
+        threads->setMaxThreadCount(1);
         return threads;
     }();
     return *pool;
@@ -62,7 +63,6 @@ private:
         if (m_cancelled->load())
             throw RunCancelled{};
     }
-    bool isCurrentRun(const AppModel &m) const { return m.runCancelRequested == m_cancelled; }
 
     void prepare();
     void prepareDevice(const QString &device);
@@ -228,14 +228,13 @@ void RecordedRun::checkScreenshots(const QString &outputDirectory, const QString
 }
 
 // Every ending shows the gallery as the run left it (drifted pictures have
-// moved), and frees the model for the next run unless one has started since.
+// moved), and frees the model for the next run. No other run can have
+// started meanwhile: a new one waits until this worker has ended.
 void RecordedRun::finish(AppModel &m)
 {
     m.refreshReviewImages();
-    if (isCurrentRun(m)) {
-        m.isRunning = false;
-        m.runTask = QFuture<void>();
-    }
+    m.isRunning = false;
+    m.runTask = QFuture<void>();
     emit m.changed();
 }
 
