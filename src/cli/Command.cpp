@@ -42,6 +42,12 @@ void CommandContext::flushLog()
     printedLog = log;
 }
 
+void CommandContext::printCurrentProject()
+{
+    out << "Current project: " << AppModel::displayName(model.project) << " ("
+        << model.project.projectID.value_or(QString()) << ")\n";
+}
+
 namespace CommandTable {
 
 static QList<Command> &table()

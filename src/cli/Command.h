@@ -32,6 +32,8 @@ struct CommandContext
     // Prints the run-log text added since the last flush (the whole log when
     // an operation replaced it).
     void flushLog();
+    // "Current project: NAME (ID)", after an operation replaced the project.
+    void printCurrentProject();
 
     QString printedLog;
 };

@@ -55,12 +55,6 @@ std::optional<ProjectLibraryItem> findItem(const AppModel &model, const QString 
     return matches.size() == 1 ? std::optional(matches.first()) : std::nullopt;
 }
 
-void printCurrent(CommandContext &c)
-{
-    c.out << "Current project: " << AppModel::displayName(c.model.project) << " ("
-          << c.model.project.projectID.value_or(QString()) << ")\n";
-}
-
 int runProjects(CommandContext &c)
 {
     const bool json = c.takeFlag(QStringLiteral("--json"));
@@ -74,7 +68,7 @@ int runProjects(CommandContext &c)
         c.model.startNewProject(rest.join(QLatin1Char(' ')));
         c.flushLog();
         if (!c.model.lastError)
-            printCurrent(c);
+            c.printCurrentProject();
         return 0;
     }
     if (action == QLatin1String("rename") && !rest.isEmpty()) {
@@ -102,7 +96,7 @@ int runProjects(CommandContext &c)
             c.out << "Deleted project: " << item->title << "\n";
         } else {
             c.flushLog(); // which project took its place
-            printCurrent(c);
+            c.printCurrentProject();
         }
         return 0;
     }

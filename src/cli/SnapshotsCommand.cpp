@@ -58,8 +58,7 @@ int runSnapshots(CommandContext &c)
         c.model.restoreProjectSnapshot(snapshot);
         c.flushLog();
         if (!c.model.lastError)
-            c.out << "Current project: " << AppModel::displayName(c.model.project) << " ("
-                  << c.model.project.projectID.value_or(QString()) << ")\n";
+            c.printCurrentProject();
         return 0;
     }
     return c.usageError(QStringLiteral("Usage: vantrel snapshots [--json] | create | restore FILE"));
