@@ -12,6 +12,31 @@
 #include <QFileInfo>
 #include <QLocale>
 
+namespace {
+
+// The file the current project is loaded from at start: the one the identity
+// file names, else the legacy single-project file, else the newest library
+// entry (which needs the library listed); nothing on a first start.
+std::optional<QString> savedProjectSource(AppModel &model, bool &libraryListed)
+{
+    // An identity file that cannot be read counts as absent.
+    const std::optional<QByteArray> idBytes =
+        AtomicFile::readIfExists(model.workspaceDirectory() + QStringLiteral("/current-project-id.txt"));
+    const QString currentID = idBytes ? QString::fromUtf8(*idBytes).trimmed() : QString();
+    if (!currentID.isEmpty() && QFileInfo::exists(model.projectFileURL(currentID)))
+        return model.projectFileURL(currentID);
+    const QString legacyFile = model.workspaceDirectory() + QStringLiteral("/project.json");
+    if (QFileInfo::exists(legacyFile))
+        return legacyFile;
+    model.refreshProjectLibrary();
+    libraryListed = true;
+    if (!model.projectLibrary.isEmpty() && QFileInfo::exists(model.projectLibrary.first().url))
+        return model.projectLibrary.first().url;
+    return std::nullopt;
+}
+
+} // namespace
+
 QString AppModel::workspaceDirectory() const { return m_packageRoot + QStringLiteral("/.quillmark"); }
 QString AppModel::projectsDirectory() const { return workspaceDirectory() + QStringLiteral("/projects"); }
 QString AppModel::snapshotsDirectory() const { return workspaceDirectory() + QStringLiteral("/project-snapshots"); }
@@ -108,25 +133,7 @@ void AppModel::loadSavedProject()
     try {
         if (!QDir().mkpath(projectsDirectory()))
             throw AppError(QStringLiteral("Could not create the folder %1.").arg(projectsDirectory()));
-
-        // An identity file that cannot be read counts as absent.
-        const std::optional<QByteArray> idBytes =
-            AtomicFile::readIfExists(workspaceDirectory() + QStringLiteral("/current-project-id.txt"));
-        const QString currentID = idBytes ? QString::fromUtf8(*idBytes).trimmed() : QString();
-        const QString legacyFile = workspaceDirectory() + QStringLiteral("/project.json");
-        std::optional<QString> source;
-        if (!currentID.isEmpty() && QFileInfo::exists(projectFileURL(currentID))) {
-            source = projectFileURL(currentID);
-        } else if (QFileInfo::exists(legacyFile)) {
-            source = legacyFile;
-        } else {
-            refreshProjectLibrary();
-            libraryListed = true;
-            if (!projectLibrary.isEmpty() && QFileInfo::exists(projectLibrary.first().url))
-                source = projectLibrary.first().url;
-        }
-
-        if (source) {
+        if (const std::optional<QString> source = savedProjectSource(*this, libraryListed)) {
             ScreenshotProject loaded = ProjectCoding::decode(AtomicFile::read(*source));
             normalizeLoadedProject(loaded);
             project = loaded;
