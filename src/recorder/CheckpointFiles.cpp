@@ -6,8 +6,8 @@
 #include "generation/ScreenshotFileName.h"
 #include "model/PathSanitizer.h"
 #include "model/UuidText.h"
+#include "simulator/NaturalOrder.h"
 
-#include <QCollator>
 #include <QDir>
 #include <QFileInfo>
 #include <algorithm>
@@ -49,12 +49,9 @@ QStringList AppModel::manualCaptureURLs() const
     for (const QFileInfo &entry : entries)
         if (entry.suffix().toLower() == QLatin1String("png"))
             paths.append(entry.absoluteFilePath());
-    // Natural order, as a file browser shows them: 2 before 10.
-    QCollator collator;
-    collator.setNumericMode(true);
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    std::stable_sort(paths.begin(), paths.end(), [&collator](const QString &a, const QString &b) {
-        return collator.compare(QFileInfo(a).fileName(), QFileInfo(b).fileName()) < 0;
+    // As a file browser shows them: 9-... before 10-....
+    std::stable_sort(paths.begin(), paths.end(), [](const QString &a, const QString &b) {
+        return NaturalOrder::compare(QFileInfo(a).fileName(), QFileInfo(b).fileName()) < 0;
     });
     return paths;
 }

@@ -1,8 +1,8 @@
 #include "InstalledAppParser.h"
 
 #include "CodePointOrder.h"
+#include "NaturalOrder.h"
 
-#include <QCollator>
 #include <QHash>
 #include <QRegularExpression>
 #include <algorithm>
@@ -80,19 +80,6 @@ std::optional<QString> unescapedQuotedString(const QString &value)
     return result;
 }
 
-QCollator nameCollator()
-{
-    // Qt's C locale compares code units and knows no numeric order, so a
-    // bare environment sorts as English does.
-    QLocale locale;
-    if (locale.language() == QLocale::C)
-        locale = QLocale(QLocale::English, QLocale::UnitedStates);
-    QCollator collator(locale);
-    collator.setNumericMode(true);
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    return collator;
-}
-
 } // namespace
 
 namespace InstalledAppParser {
@@ -112,8 +99,7 @@ std::optional<QPair<QString, QString>> field(const QString &line)
 
 bool nameLess(const InstalledSimulatorApp &a, const InstalledSimulatorApp &b)
 {
-    static const QCollator collator = nameCollator();
-    const int order = collator.compare(a.name, b.name);
+    const int order = NaturalOrder::compare(a.name, b.name);
     if (order != 0)
         return order < 0;
     return CodePointOrder::less(a.bundleId, b.bundleId);

@@ -266,15 +266,16 @@ private slots:
     {
         Checkpoints c;
         c.model->project.manualScreens.reset();
-        for (const char *file : {"01-home.png", "02-my-settings.png", "10-ten.png", "07.png", "notes.png",
-                                 ".capture-1234.png", "03-text.txt"})
+        for (const char *file : {"01-home.png", "02-my-settings.png", "10-ten.png", "07.png", "9-nine.png",
+                                 "notes.png", ".capture-1234.png", "03-text.txt"})
             TestSupport::writeFile(c.manual(file), "x");
         c.model->syncManualScreensFromExistingCapturesIfNeeded();
         QStringList seen;
         for (const ManualScreenDraft &s : c.model->manualScreens())
             seen.append(QStringLiteral("%1 %2 %3").arg(s.index).arg(s.name, s.filename.value_or("")));
+        // Numbers by value, also where the environment sets no locale.
         QCOMPARE(seen, (QStringList{"1 home 01-home.png", "2 my-settings 02-my-settings.png", "7 screen 07.png",
-                                    "10 ten 10-ten.png"}));
+                                    "9 nine 9-nine.png", "10 ten 10-ten.png"}));
 
         // Records that exist are never replaced from the folder.
         c.model->project.manualScreens = QList<ManualScreenDraft>{{"ID", 1, "kept", std::nullopt}};
