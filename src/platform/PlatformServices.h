@@ -32,7 +32,6 @@ struct RecognizedTextLine
 {
     QString text;
     QRectF boundingBox;
-    double confidence = 1.0;
 };
 
 enum class MouseEventType { leftMouseDown, leftMouseUp };
@@ -54,10 +53,11 @@ public:
     virtual QList<RawWindowInfo> onScreenWindows() = 0;
     virtual std::optional<QRectF> mainScreenFrame() = 0;
     virtual std::optional<QRectF> mainScreenVisibleFrame() = 0;
-    virtual QPointF pointerLocation() = 0;
 
-    // Desktop-wide left-button monitor. The handler is called on the main
-    // thread. Returns false when no monitor can be installed.
+    // Desktop-wide left-button monitor. Each event carries the pointer
+    // location read when the desktop delivered it; the handler is called on
+    // the main thread, never after stopMouseMonitor(). Returns false when no
+    // monitor can be installed.
     using MouseHandler = std::function<void(const DesktopMouseEvent &)>;
     virtual bool startMouseMonitor(MouseHandler handler) = 0;
     virtual void stopMouseMonitor() = 0;
@@ -69,7 +69,9 @@ public:
     // Moves a file or folder to the Trash; false (with a reason) when that
     // is not possible here.
     virtual bool moveToTrash(const QString &path, QString *error) = 0;
-    virtual std::optional<QString> chooseFile(const QString &title) = 0;
+    // An open panel for one file or folder whose name ends in one of
+    // `extensions` ("app"); nothing when the user cancels.
+    virtual std::optional<QString> chooseFile(const QString &title, const QStringList &extensions) = 0;
 
     // Text recognition; may be slow, callers run it off the main thread.
     virtual QList<RecognizedTextLine> recognizeText(const QImage &image) = 0;

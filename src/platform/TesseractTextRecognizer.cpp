@@ -71,7 +71,7 @@ QList<RecognizedTextLine> readLines(tesseract::TessBaseAPI &api, QSize size)
         const QRectF box = normalizedBox(left, top, right, bottom, size);
         if (text.isEmpty() || confidence < minimumConfidence || box.height() < minimumTextHeight)
             continue;
-        lines.append({text, box, confidence / 100.0});
+        lines.append({text, box});
     } while (it->Next(level));
     return lines;
 }

@@ -10,7 +10,8 @@
 
 void AppModel::chooseAppBundle()
 {
-    if (const std::optional<QString> path = platform().chooseFile(QStringLiteral("Choose iOS Simulator .app")))
+    if (const std::optional<QString> path =
+            platform().chooseFile(QStringLiteral("Choose iOS Simulator .app"), {QStringLiteral("app")}))
         setAppBundle(*path);
 }
 

@@ -120,7 +120,7 @@ private slots:
         QTemporaryDir dir;
         const QString path = TestSupport::writeFile(dir.path() + "/broken.png", "not a png at all");
         ScriptedPlatformServices platform;
-        platform.recognizedLines = {{"Settings", QRectF(0.1, 0.8, 0.4, 0.05), 1.0}};
+        platform.recognizedLines = {{"Settings", QRectF(0.1, 0.8, 0.4, 0.05)}};
         QCOMPARE(AutoScreenshotNamer::suggestName(path, platform), std::optional<QString>());
         QCOMPARE(AutoScreenshotNamer::suggestName(dir.path() + "/missing.png", platform), std::optional<QString>());
     }

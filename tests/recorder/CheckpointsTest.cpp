@@ -88,7 +88,7 @@ struct Checkpoints : ModelFixture
     }
 };
 
-RecognizedTextLine line(const QString &text, QRectF box) { return {text, box, 1.0}; }
+RecognizedTextLine line(const QString &text, QRectF box) { return {text, box}; }
 
 } // namespace
 

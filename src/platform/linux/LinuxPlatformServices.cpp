@@ -20,7 +20,6 @@ public:
     QList<RawWindowInfo> onScreenWindows() override { return {}; }
     std::optional<QRectF> mainScreenFrame() override { return std::nullopt; }
     std::optional<QRectF> mainScreenVisibleFrame() override { return std::nullopt; }
-    QPointF pointerLocation() override { return {}; }
     bool startMouseMonitor(MouseHandler) override { return false; }
     void stopMouseMonitor() override {}
     bool isAccessibilityTrusted() override { return false; }
@@ -48,7 +47,7 @@ public:
         return false;
     }
 
-    std::optional<QString> chooseFile(const QString &) override { return std::nullopt; }
+    std::optional<QString> chooseFile(const QString &, const QStringList &) override { return std::nullopt; }
 
     QList<RecognizedTextLine> recognizeText(const QImage &image) override;
 };

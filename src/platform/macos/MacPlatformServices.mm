@@ -60,16 +60,14 @@ public:
         return screen ? std::optional(toQRect(screen.visibleFrame)) : std::nullopt;
     }
 
-    QPointF pointerLocation() override
-    {
-        const NSPoint point = [NSEvent mouseLocation];
-        return QPointF(point.x, point.y);
-    }
-
     bool startMouseMonitor(MouseHandler handler) override
     {
         stopMouseMonitor();
         auto shared = std::make_shared<MouseHandler>(std::move(handler));
+        // The block and the calls it queues hold the handler weakly: m_handler
+        // is its only owner, so an event queued before stopMouseMonitor() is
+        // dropped instead of reaching a recorder that has stopped.
+        std::weak_ptr<MouseHandler> weak = shared;
         // A global monitor sees only events delivered to other applications,
         // so clicks in our own windows are never recorded.
         m_monitor = [NSEvent addGlobalMonitorForEventsMatchingMask:(NSEventMaskLeftMouseDown | NSEventMaskLeftMouseUp)
@@ -77,9 +75,10 @@ public:
             DesktopMouseEvent desktopEvent;
             desktopEvent.type = event.type == NSEventTypeLeftMouseDown ? MouseEventType::leftMouseDown
                                                                        : MouseEventType::leftMouseUp;
+            // The pointer in desktop points (origin bottom left), not the
+            // event's own window-relative location.
             const NSPoint point = [NSEvent mouseLocation];
             desktopEvent.location = QPointF(point.x, point.y);
-            std::weak_ptr<MouseHandler> weak = shared;
             QMetaObject::invokeMethod(QCoreApplication::instance(), [weak, desktopEvent] {
                 if (auto h = weak.lock(); h && *h)
                     (*h)(desktopEvent);
@@ -126,7 +125,7 @@ public:
         return moved;
     }
 
-    std::optional<QString> chooseFile(const QString &title) override
+    std::optional<QString> chooseFile(const QString &title, const QStringList &extensions) override
     {
         NSOpenPanel *panel = [NSOpenPanel openPanel];
         panel.title = title.toNSString();
@@ -134,6 +133,16 @@ public:
         panel.canChooseDirectories = YES;
         panel.allowsMultipleSelection = NO;
         panel.treatsFilePackagesAsDirectories = NO;
+        NSMutableArray<NSString *> *types = [NSMutableArray array];
+        for (const QString &extension : extensions)
+            [types addObject:extension.toNSString()];
+        // allowedContentTypes would need UTType (another framework); the
+        // extension list says the same and works on every supported system.
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
+        if (types.count > 0)
+            panel.allowedFileTypes = types;
+#pragma clang diagnostic pop
         if ([panel runModal] != NSModalResponseOK || panel.URL == nil)
             return std::nullopt;
         return toQString(panel.URL.path);
@@ -160,8 +169,7 @@ public:
             if (!best)
                 continue;
             const CGRect box = observation.boundingBox; // normalised, origin bottom left
-            lines.append({toQString(best.string), QRectF(box.origin.x, box.origin.y, box.size.width, box.size.height),
-                          best.confidence});
+            lines.append({toQString(best.string), QRectF(box.origin.x, box.origin.y, box.size.width, box.size.height)});
         }
         return lines;
     }

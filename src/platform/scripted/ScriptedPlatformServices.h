@@ -10,7 +10,6 @@ public:
     QList<RawWindowInfo> windows;
     std::optional<QRectF> screenFrame = QRectF(0, 0, 1440, 900);
     std::optional<QRectF> visibleFrame = QRectF(0, 0, 1440, 875);
-    QPointF pointer;
     bool accessibilityTrusted = true;
     bool canInstallMonitor = true;
     bool trashAvailable = true;
@@ -33,7 +32,6 @@ public:
     QList<RawWindowInfo> onScreenWindows() override { return windows; }
     std::optional<QRectF> mainScreenFrame() override { return screenFrame; }
     std::optional<QRectF> mainScreenVisibleFrame() override { return visibleFrame; }
-    QPointF pointerLocation() override { return pointer; }
     bool startMouseMonitor(MouseHandler handler) override;
     void stopMouseMonitor() override { mouseHandler = nullptr; }
     bool isAccessibilityTrusted() override { return accessibilityTrusted; }
@@ -44,6 +42,6 @@ public:
         return true;
     }
     bool moveToTrash(const QString &path, QString *error) override;
-    std::optional<QString> chooseFile(const QString &) override { return chosenFile; }
+    std::optional<QString> chooseFile(const QString &, const QStringList &) override { return chosenFile; }
     QList<RecognizedTextLine> recognizeText(const QImage &) override { return recognizedLines; }
 };
