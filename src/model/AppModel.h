@@ -226,7 +226,7 @@ public:
     QString manualCaptureFilenamePreview(const QString &nameOverride) const;
     QString resolvedManualCaptureName(const QString &nameOverride, const QString &screenshotPath);
     void captureManualScreenshot(const QString &nameOverride);
-    // `xcrun simctl io <device> screenshot <path>`, off the main thread; throws.
+    // `xcrun simctl io <device> screenshot <path>`, blocking; throws.
     void takeSimulatorScreenshot(const QString &device, const QString &path);
     void retakeCheckpoint(const ManualScreenDraft &checkpoint);
     void deleteCheckpoint(const ManualScreenDraft &checkpoint);

@@ -34,8 +34,12 @@ void moveReplacing(const QString &source, const QString &target)
 
 void AppModel::takeSimulatorScreenshot(const QString &device, const QString &path)
 {
-    runProcessOffMain(QStringLiteral("xcrun"),
-                      {QStringLiteral("simctl"), QStringLiteral("io"), device, QStringLiteral("screenshot"), path});
+    // Blocking, like the preview's screenshot: a short query, and the image
+    // shows the screen the user asked for, before any click that arrives
+    // meanwhile is handled.
+    ProcessRunner::run(QStringLiteral("xcrun"),
+                       {QStringLiteral("simctl"), QStringLiteral("io"), device, QStringLiteral("screenshot"), path},
+                       packageRoot());
     if (!QFileInfo(path).isFile())
         throw AppError(QStringLiteral("The Simulator wrote no screenshot to %1.").arg(path));
 }
