@@ -77,6 +77,9 @@ std::optional<ManualScreenDraft> checkpointNumbered(CommandContext &c, const QSt
 int runCheckpoints(CommandContext &c)
 {
     const bool json = c.takeFlag(QStringLiteral("--json"));
+    // Images found in the folder without records become checkpoints, as at
+    // start-up; nothing else of the start-up refresh is needed here.
+    c.model.syncManualScreensFromExistingCapturesIfNeeded();
     const QStringList &a = c.arguments;
     const QString action = a.value(0);
     if (action.isEmpty()) {
@@ -123,4 +126,4 @@ VANTREL_COMMAND({QStringLiteral("checkpoints"),
                                 "  move N OFFSET    moves checkpoint N by OFFSET places and renumbers the images\n"
                                 "  delete N         moves checkpoint N's image to the Trash and renumbers the rest\n"
                                 "  delete-last      moves the newest checkpoint image to the Trash"),
-                 runCheckpoints});
+                 runCheckpoints, false});

@@ -212,6 +212,9 @@ int runRecord(CommandContext &c)
 
 } // namespace
 
+// No start-up refresh: starting a recording finds the device, detects the
+// app when none is chosen and takes the preview itself, and a reset needs
+// none of them; the refresh would run those simctl queries a second time.
 VANTREL_COMMAND({QStringLiteral("record"), QStringLiteral("record | record reset"),
                  QStringLiteral("Records a flow on the attached Simulator. Starts a recording, then reads one\n"
                                 "command per line from standard input until 'stop' or the end of input:\n")
@@ -219,4 +222,4 @@ VANTREL_COMMAND({QStringLiteral("record"), QStringLiteral("record | record reset
                      + QStringLiteral("X and Y are device points. A refused command prints why and the session goes on;\n"
                                       "the exit status is 1 when any command was refused.\n"
                                       "  reset   clears all checkpoints, their images and what is pending"),
-                 runRecord});
+                 runRecord, false});
