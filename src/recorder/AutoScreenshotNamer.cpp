@@ -32,6 +32,16 @@ bool containsLetter(const QString &text)
 
 double maxY(const QRectF &box) { return box.y() + box.height(); }
 
+// Line feeds and runs of white space become single blanks; the ends stay.
+QString collapsedWhiteSpace(const QString &text)
+{
+    static const QRegularExpression whiteSpace(QStringLiteral("\\s+"), unicode);
+    QString result = text;
+    result.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    result.replace(whiteSpace, QStringLiteral(" "));
+    return result;
+}
+
 } // namespace
 
 const QStringList &blockedTexts()
@@ -61,11 +71,7 @@ const QStringList &blockedButtonTexts()
 
 QString normalizedText(const QString &text)
 {
-    static const QRegularExpression whiteSpace(QStringLiteral("\\s+"), unicode);
-    QString result = text;
-    result.replace(QLatin1Char('\n'), QLatin1Char(' '));
-    result.replace(whiteSpace, QStringLiteral(" "));
-    return result.trimmed();
+    return collapsedWhiteSpace(text).trimmed();
 }
 
 bool Candidate::isUsable() const
@@ -105,11 +111,8 @@ std::optional<QString> suggestName(const QList<Candidate> &candidates)
         return std::nullopt;
     std::stable_sort(usable.begin(), usable.end(),
                      [](const Candidate &a, const Candidate &b) { return a.score() > b.score(); });
-    static const QRegularExpression whiteSpace(QStringLiteral("\\s+"), unicode);
-    QString name = usable.first().text;
-    name.replace(QLatin1Char('\n'), QLatin1Char(' '));
-    name.replace(whiteSpace, QStringLiteral(" "));
-    return PathSanitizer::component(name.toLower());
+    // Not trimmed: the sanitizer drops what is left at either end.
+    return PathSanitizer::component(collapsedWhiteSpace(usable.first().text).toLower());
 }
 
 std::optional<QString> suggestName(const QString &imagePath, PlatformServices &platform)

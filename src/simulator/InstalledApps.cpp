@@ -32,10 +32,9 @@ void AppModel::selectInstalledApp(const InstalledSimulatorApp &app)
     const QString oldBundleId = project.bundleId;
     project.bundleId = app.bundleId;
     project.appName = app.name;
-    if (!project.attachedDeviceName) {
-        const QString attached = project.devices.value(0);
+    if (!project.attachedDeviceName && !project.devices.isEmpty()) {
         for (const SimulatorDevice &device : availableDevices) {
-            if (!project.devices.isEmpty() && device.udid == attached) {
+            if (device.udid == project.devices.first()) {
                 project.attachedDeviceName = device.name;
                 break;
             }

@@ -26,7 +26,6 @@ void AppModel::refreshRecorderPreview()
             throw AppError(QStringLiteral("Could not load preview screenshot."));
         recorderPreviewImage = image;
         recorderPreviewPixelSize = QSizeF(image.width(), image.height());
-        emit changed();
         recorderPreviewScale = simulatorDisplayScale(*device);
     } catch (const AppError &error) {
         QFile::remove(path);
