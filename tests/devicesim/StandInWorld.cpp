@@ -2,9 +2,7 @@
 
 #include "TestSupport.h"
 
-#include <QDir>
-#include <QFile>
-#include <QPainter>
+#include <QProcess>
 #include <QProcessEnvironment>
 #include <QTest>
 
@@ -25,13 +23,6 @@ static QProcessEnvironment standInEnvironment(const QString &home, const QHash<Q
     for (auto it = extra.begin(); it != extra.end(); ++it)
         env.insert(it.key(), it.value());
     return env;
-}
-
-void StandInWorld::start(QProcess &process, const QString &tool, const QStringList &arguments) const
-{
-    process.setProcessEnvironment(standInEnvironment(path(QStringLiteral("home")), {}));
-    process.start(tool == QLatin1String("devicesim") ? TestSupport::devicesimBinary() : path(QStringLiteral("bin/") + tool),
-                  arguments);
 }
 
 StandInWorld::Result StandInWorld::run(const QString &tool, const QStringList &arguments,
@@ -57,7 +48,7 @@ void StandInWorld::launchDemo(const QString &language, const QString &udid) cons
     QVERIFY2(r.exitCode == 0, qPrintable(r.err));
 }
 
-QString StandInWorld::sourceLiteral(const QString &text)
+static QString sourceLiteral(const QString &text)
 {
     QString out = QStringLiteral("\"");
     for (const QChar c : text) {
@@ -81,7 +72,7 @@ static QString number(double value)
     return text.contains(QLatin1Char('.')) || text.contains(QLatin1Char('e')) ? text : text + QStringLiteral(".0");
 }
 
-QString StandInWorld::writeRunnerProject(const QList<StandInStep> &steps, const QString &bundleId) const
+QString StandInWorld::writeRunnerProject(const QList<StandInStep> &steps) const
 {
     const QString root = path(QStringLiteral("workspace/XCUITestReplayRunner"));
     QStringList lines;
@@ -100,7 +91,7 @@ QString StandInWorld::writeRunnerProject(const QList<StandInStep> &steps, const 
         "        // replays the steps; screenshots go to ProcessInfo.processInfo.environment[\"QUILLMARK_OUTPUT_DIR\"]\n"
         "        XCTAssertTrue(app.wait(for: .runningForeground, timeout: 8), \"Target app did not become foreground: \\(app)\")\n"
         "    }\n}\n")
-                               .arg(sourceLiteral(bundleId), sourceLiteral(root + QStringLiteral("/current-output-directory.txt")),
+                               .arg(sourceLiteral(demoApp), sourceLiteral(root + QStringLiteral("/current-output-directory.txt")),
                                     lines.join(QStringLiteral(",\n")));
     TestSupport::writeFile(root + QStringLiteral("/AutomationUITests/AutomationUITests.swift"), source.toUtf8());
     TestSupport::writeFile(root + QStringLiteral("/AutomationHost/AutomationHostApp.swift"),
@@ -121,24 +112,4 @@ QStringList StandInWorld::xcodebuildArguments(const QString &root, const QString
             QStringLiteral("-scheme"), QStringLiteral("AutomationHost"), QStringLiteral("-destination"),
             QStringLiteral("id=") + udid, QStringLiteral("-derivedDataPath"), root + QStringLiteral("/DerivedData"),
             QStringLiteral("-quiet"), QStringLiteral("CODE_SIGNING_ALLOWED=NO")};
-}
-
-static QImage thumbnail(const QImage &image)
-{
-    QImage thumb(32, 70, QImage::Format_RGBA8888);
-    thumb.fill(Qt::black);
-    QPainter painter(&thumb);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(QRectF(0, 0, 32, 70), image);
-    return thumb;
-}
-
-double StandInWorld::driftScore(const QImage &a, const QImage &b)
-{
-    const QImage ta = thumbnail(a), tb = thumbnail(b);
-    double sum = 0;
-    for (int p = 0; p < 32 * 70 * 4; p += 4)
-        for (int c = 0; c < 3; ++c)
-            sum += std::abs(int(ta.constBits()[p + c]) - int(tb.constBits()[p + c]));
-    return sum / (32 * 70 * 3 * 255.0);
 }

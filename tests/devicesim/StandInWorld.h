@@ -1,13 +1,9 @@
 #pragma once
 // A private world of the device stand-in for one test: its own state
 // folder, links named xcrun, xcodebuild and open, no simulated pauses, and
-// helpers to write a replay runner project and compare screenshots the way
-// the product does.
+// a helper to write a replay runner project.
 
 #include <QHash>
-#include <QImage>
-#include <QMetaType>
-#include <QProcess>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -19,7 +15,6 @@ struct StandInStep
     QString text;
     QString outputPath;
 };
-Q_DECLARE_METATYPE(StandInStep)
 
 class StandInWorld
 {
@@ -35,7 +30,6 @@ public:
 
     static inline const QString iPhone = QStringLiteral("6E1A9C2B-4D3F-4B7A-9E51-7C2D8A4F1B36");
     static inline const QString iPad = QStringLiteral("B8F02D6C-1E7A-4C39-8D25-3A9E6F0C4D17");
-    static inline const QString watch = QStringLiteral("3C7D5E91-8A2B-4F60-B1D4-9E8F2A6C5B03");
     static inline const QString demoApp = QStringLiteral("com.vantrel.demo.Trips");
 
     QString path(const QString &relative) const { return m_dir.filePath(relative); }
@@ -43,20 +37,13 @@ public:
     // Runs `tool` (xcrun, xcodebuild, open or devicesim) to its end.
     Result run(const QString &tool, const QStringList &arguments, const QHash<QString, QString> &environment = {},
                const QString &workingDirectory = {}) const;
-    // Starts it without waiting.
-    void start(QProcess &process, const QString &tool, const QStringList &arguments) const;
     // simctl launch of the demo app in `language`; fails the test when it fails.
     void launchDemo(const QString &language, const QString &udid = iPhone) const;
 
     // Writes a runner project as the product generates it; returns its root.
-    QString writeRunnerProject(const QList<StandInStep> &steps, const QString &bundleId = demoApp) const;
+    QString writeRunnerProject(const QList<StandInStep> &steps) const;
     // The xcodebuild arguments the replay runner passes.
     QStringList xcodebuildArguments(const QString &root, const QString &udid = iPhone) const;
-
-    // Mean RGB difference of two images' 32x70 thumbnails (0 .. 1).
-    static double driftScore(const QImage &a, const QImage &b);
-    // The text of a string literal in the test source's language.
-    static QString sourceLiteral(const QString &text);
 
 private:
     QTemporaryDir m_dir;

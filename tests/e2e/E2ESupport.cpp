@@ -40,12 +40,17 @@ QProcessEnvironment DeviceWorld::environment(const QHash<QString, QString> &extr
     return env;
 }
 
-Run DeviceWorld::run(const QString &program, const QStringList &arguments, const QHash<QString, QString> &extra) const
+Run DeviceWorld::run(const QString &program, const QStringList &arguments, const QHash<QString, QString> &extra,
+                     const QByteArray &input) const
 {
     QProcess process;
     process.setProcessEnvironment(environment(extra));
     process.setWorkingDirectory(scratch());
     process.start(program, arguments);
+    if (!input.isNull()) {
+        process.write(input);
+        process.closeWriteChannel();
+    }
     const bool finished = process.waitForFinished(120000);
     const bool ok = finished && process.exitStatus() == QProcess::NormalExit;
     return {ok ? process.exitCode() : -1, QString::fromUtf8(process.readAllStandardOutput()),
@@ -55,6 +60,11 @@ Run DeviceWorld::run(const QString &program, const QStringList &arguments, const
 Run DeviceWorld::vantrel(const QStringList &arguments, const QHash<QString, QString> &extra) const
 {
     return run(TestSupport::vantrelBinary(), arguments, extra);
+}
+
+Run DeviceWorld::record(const QByteArray &script, const QHash<QString, QString> &extra) const
+{
+    return run(TestSupport::vantrelBinary(), {QStringLiteral("record")}, extra, script);
 }
 
 void DeviceWorld::startVantrel(QProcess &process, const QStringList &arguments) const

@@ -45,6 +45,8 @@ public:
     QProcessEnvironment environment(const QHash<QString, QString> &extra = {}) const;
 
     Run vantrel(const QStringList &arguments, const QHash<QString, QString> &extra = {}) const;
+    // `vantrel record` reading `script` from its standard input.
+    Run record(const QByteArray &script, const QHash<QString, QString> &extra = {}) const;
     // Starts vantrel without waiting (for long runs that a test cancels).
     void startVantrel(QProcess &process, const QStringList &arguments) const;
     // Set-up and inspection of the stand-in: devicesim device add, fault set, state...
@@ -58,7 +60,8 @@ public:
     QJsonObject standInState() const;
 
 private:
-    Run run(const QString &program, const QStringList &arguments, const QHash<QString, QString> &extra) const;
+    Run run(const QString &program, const QStringList &arguments, const QHash<QString, QString> &extra,
+            const QByteArray &input = {}) const;
 
     QTemporaryDir m_dir;
 };

@@ -155,15 +155,6 @@ private slots:
             QCOMPARE(error.message(), message);
         }
     }
-
-    void writesTheFileIntoTheWorkspace()
-    {
-        QTemporaryDir root;
-        AppModel model(root.path(), std::make_unique<ScriptedPlatformServices>());
-        const QString path = model.writeGeneratedConfig();
-        QCOMPARE(path, root.path() + QStringLiteral("/.quillmark/generated-config.yaml"));
-        QCOMPARE(QString::fromUtf8(TestSupport::readFile(path)), ConfigWriter::yaml(model.project));
-    }
 };
 
 VANTREL_TEST(ConfigWriterTest);

@@ -144,23 +144,6 @@ private slots:
         QCOMPARE(c.files(), (QStringList{"01-settings.png", "02-screen.png"}));
     }
 
-    void secondCheckpointNeedsNavigation()
-    {
-        ScreenshotStandIn xcrun;
-        xcrun.setScreen(Qt::blue);
-        Checkpoints c;
-        c.model->isRecordingFlow = true;
-        c.model->captureManualScreenshot("home");
-        QVERIFY(!c.model->lastError);
-        c.model->pendingOperations = {OperationDraft::wait(3.0)};
-        c.model->captureManualScreenshot("next");
-        QCOMPARE(c.model->lastError,
-                 QStringLiteral("No recorded navigation since the previous checkpoint. Click or drag inside the real "
-                                "Simulator window, or use Type, before saving the next checkpoint."));
-        QCOMPARE(c.files(), QStringList{"01-home.png"});
-        QCOMPARE(c.model->project.screens.size(), 1);
-    }
-
     void failedScreenshotLeavesNothingBehind()
     {
         ScreenshotStandIn xcrun;

@@ -129,16 +129,6 @@ private slots:
         QVERIFY(!QFileInfo::exists(root() + QStringLiteral("/current-output-directory.txt")));
     }
 
-    void deliversEveryProgressLineOnceInFileOrder()
-    {
-        qputenv("VANTREL_STANDIN_BUILD", "progress");
-        QStringList delivered;
-        replay(QStringLiteral("/out"), [&delivered](const QString &line) { delivered.append(line); });
-        QCOMPARE(delivered, (QStringList{QStringLiteral("en/01.png"), QStringLiteral("en/02.png"),
-                                         QStringLiteral("en/03.png"), QStringLiteral("en/04.png"),
-                                         QStringLiteral("en/05.png")}));
-    }
-
     void cancelEndsARunningBuildWithTheCommandError()
     {
         XCUITestReplay::cancelActiveRuns(); // nothing running: nothing happens
@@ -164,12 +154,6 @@ private slots:
     {
         QCOMPARE(failureOf("fail-stderr"), failure(QStringLiteral("xcodebuild: error: Unable to find a destination\n")));
         QCOMPARE(failureOf("fail-stdout"), failure(QStringLiteral("** TEST FAILED **\n")));
-    }
-
-    void largeOutputDoesNotBlockTheBuild()
-    {
-        const QString message = failureOf("large-fail");
-        QCOMPARE(message, failure(QString(204800, QLatin1Char('e'))));
     }
 
     void missingDeveloperToolsFailTheLookup()

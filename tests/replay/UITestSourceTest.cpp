@@ -106,15 +106,6 @@ private slots:
         QVERIFY(line.contains(QLatin1String("= \"/")));
         QVERIFY(line.endsWith(QLatin1String("relative/root/current-output-directory.txt\"")));
     }
-
-    void kindsRoundTripThroughRawValues()
-    {
-        for (Kind kind : {Kind::tap, Kind::swipe, Kind::type, Kind::wait, Kind::screenshot})
-            QCOMPARE(XCTestReplayStep::kindFromRawValue(XCTestReplayStep::rawValue(kind)), kind);
-        QCOMPARE(XCTestReplayStep::rawValue(Kind::screenshot), QStringLiteral("screenshot"));
-        QVERIFY(!XCTestReplayStep::kindFromRawValue(QStringLiteral("Tap")));
-        QVERIFY(!XCTestReplayStep::kindFromRawValue(QString()));
-    }
 };
 
 VANTREL_TEST(UITestSourceTest);
