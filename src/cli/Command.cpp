@@ -32,6 +32,15 @@ int CommandContext::usageError(const QString &message)
     return 2;
 }
 
+bool CommandContext::refuseWithoutProject(const QString &action)
+{
+    if (!projectLoadFailed)
+        return false;
+    err << "Cannot " << action << " while the current project cannot be loaded. Open another project with "
+        << "'vantrel projects open ID' or restore one with 'vantrel snapshots restore FILE'.\n";
+    return true;
+}
+
 void CommandContext::flushLog()
 {
     const QString &log = model.runLog;

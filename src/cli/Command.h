@@ -36,6 +36,11 @@ struct CommandContext
     void printCurrentProject();
 
     QString printedLog;
+    // The saved project could not be loaded: the model holds a blank start-up
+    // project that must not be saved over the file that failed.
+    bool projectLoadFailed = false;
+    // Refuses an action that would act on that blank stand-in project.
+    bool refuseWithoutProject(const QString &action);
 };
 
 struct Command
@@ -46,6 +51,9 @@ struct Command
     std::function<int(CommandContext &)> run;
     // Commands that need no device and no derived state load only the project.
     bool needsStartupRefresh = true;
+    // Library commands still run when the current project fails to load, so
+    // that the user can open or restore another one from the command line.
+    bool recoversFromFailedLoad = false;
 };
 
 namespace CommandTable {

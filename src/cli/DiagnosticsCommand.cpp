@@ -19,4 +19,4 @@ int runDiagnostics(CommandContext &c)
 VANTREL_COMMAND({QStringLiteral("diagnostics"), QStringLiteral("diagnostics"),
                  QStringLiteral("Writes diagnostics.txt (project set-up and the run log) into the workspace\n"
                                 "folder and prints its path."),
-                 runDiagnostics, false});
+                 runDiagnostics, false, true});

@@ -18,4 +18,4 @@ int runGuide(CommandContext &c)
 VANTREL_COMMAND({QStringLiteral("guide"), QStringLiteral("guide"),
                  QStringLiteral("Prints the path of the customer guide (CUSTOMER_READY.md): installing,\n"
                                 "recording a flow, generating and reviewing screenshots."),
-                 runGuide, false});
+                 runGuide, false, true});

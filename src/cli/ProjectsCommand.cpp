@@ -64,6 +64,9 @@ int runProjects(CommandContext &c)
         printLibrary(c, json);
         return 0;
     }
+    if ((action == QLatin1String("new") || action == QLatin1String("rename"))
+        && c.refuseWithoutProject(action + QStringLiteral(" a project")))
+        return 1;
     if (action == QLatin1String("new")) {
         c.model.startNewProject(rest.join(QLatin1Char(' ')));
         c.flushLog();
@@ -116,4 +119,4 @@ VANTREL_COMMAND({QStringLiteral("projects"),
                                 "  delete ID    moves a project (and its output folder inside the output root)\n"
                                 "               to the Trash; deleting the current one opens the next or\n"
                                 "               starts a blank project"),
-                 runProjects, false});
+                 runProjects, false, true});

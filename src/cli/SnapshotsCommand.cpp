@@ -46,6 +46,8 @@ int runSnapshots(CommandContext &c)
         return 0;
     }
     if (action == QLatin1String("create") && c.arguments.size() == 1) {
+        if (c.refuseWithoutProject(QStringLiteral("archive the current project")))
+            return 1;
         if (const std::optional<QString> path = c.model.archiveProjectSnapshot()) {
             c.flushLog();
             c.out << *path << "\n";
@@ -72,4 +74,4 @@ VANTREL_COMMAND({QStringLiteral("snapshots"),
                                 "  create        archives the current project and prints the snapshot's path\n"
                                 "  restore FILE  makes a copy of the snapshot (a path, or a file name in the\n"
                                 "                snapshot folder) the current project, with a new identity"),
-                 runSnapshots, false});
+                 runSnapshots, false, true});

@@ -91,7 +91,13 @@ int main(int argc, char **argv)
     model.loadSavedProject();
     if (model.lastError) {
         err << *model.lastError << "\n";
-        return 1;
+        if (!command->recoversFromFailedLoad) {
+            err << "The file is left as it is. 'vantrel projects' lists the other projects, "
+                   "'vantrel projects open ID' opens one, 'vantrel snapshots restore FILE' restores an archive.\n";
+            return 1;
+        }
+        context.projectLoadFailed = true;
+        model.clearLastError();
     }
     if (command->needsStartupRefresh) {
         model.refreshAfterLoad();

@@ -54,16 +54,42 @@ private slots:
         QVERIFY(QFile::exists(fromOption.path() + "/.quillmark/project.json"));
     }
 
-    // A project that failed to load is not saved over on the way out.
-    void corruptProjectFailsAndStaysOnDisk()
+    // A first command leaves a saved blank project; one that later fails to
+    // load is never saved over, and the library commands still reach the others.
+    void corruptProjectStaysOnDiskAndAnotherCanBeOpened()
     {
         QTemporaryDir root;
+        const Run first = vantrel({"--root", root.path(), "status", "--json"});
+        QCOMPARE(first.status, 0);
+        const QString id = QJsonDocument::fromJson(first.out.toUtf8()).object().value("projectID").toString();
+        QCOMPARE(id.size(), 36);
+        QCOMPARE(id, id.toUpper());
+        for (const QString &file : {"/.quillmark/projects/" + id + ".json", QString("/.quillmark/project.json"),
+                                    QString("/.quillmark/current-project-id.txt")})
+            QVERIFY2(QFile::exists(root.path() + file), qPrintable(file));
+        const QJsonObject saved =
+            QJsonDocument::fromJson(TestSupport::readFile(root.path() + "/.quillmark/projects/" + id + ".json")).object();
+        QCOMPARE(saved.value("schemaVersion").toInt(), 2);
+        QCOMPARE(saved.value("languages").toArray(), QJsonArray({"en-US"}));
+        QCOMPARE(saved.value("manualScreens").toArray(), QJsonArray());
+        QCOMPARE(saved.value("outputDirectory").toString(),
+                 root.path() + "/output/untitled-project-" + id.left(8).toLower());
+
         TestSupport::writeFile(root.path() + "/.quillmark/current-project-id.txt", "ABC");
         const QByteArray corrupt = R"({"schemaVersion": 2, "appName": 5})";
         TestSupport::writeFile(root.path() + "/.quillmark/projects/ABC.json", corrupt);
-        const Run run = vantrel({"--root", root.path(), "status"});
-        QCOMPARE(run.status, 1);
-        QVERIFY2(run.err.startsWith("Could not load saved project: "), qPrintable(run.err));
+        const Run status = vantrel({"--root", root.path(), "status"});
+        QCOMPARE(status.status, 1);
+        QVERIFY2(status.err.startsWith("Could not load saved project: "), qPrintable(status.err));
+        QCOMPARE(vantrel({"--root", root.path(), "projects", "rename", "X"}).status, 1);
+        QCOMPARE(vantrel({"--root", root.path(), "snapshots", "create"}).status, 1);
+
+        const Run list = vantrel({"--root", root.path(), "projects"});
+        QCOMPARE(list.status, 0);
+        QVERIFY2(list.err.startsWith("Could not load saved project: "), qPrintable(list.err));
+        QVERIFY(list.out.contains(id));
+        QCOMPARE(vantrel({"--root", root.path(), "projects", "open", id}).status, 0);
+        QCOMPARE(vantrel({"--root", root.path(), "status"}).status, 0);
         QCOMPARE(TestSupport::readFile(root.path() + "/.quillmark/projects/ABC.json"), corrupt);
     }
 
