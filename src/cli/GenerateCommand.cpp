@@ -21,6 +21,9 @@ void printOutcome(CommandContext &c, const RunOutcome &outcome)
     // A failure goes to standard error, once: it is also the last error.
     QTextStream &stream = outcome.kind == RunOutcomeKind::failed ? c.err : c.out;
     stream << "\n" << outcome.title << "\n" << outcome.detail << "\n";
+    if (outcome.kind == RunOutcomeKind::failed && outcome.detail == AppModel::driftStopMessage()) {
+        stream << "\nDrift detected\nPossible paywall, modal, slow transition, or wrong screen.\n";
+    }
     stream.flush();
 }
 
@@ -67,6 +70,9 @@ int runGenerate(CommandContext &c)
         return c.usageError(QStringLiteral("generate takes no arguments besides --plain."));
     const bool live = !plain && ::isatty(STDOUT_FILENO);
     GenerateProgressDisplay display(c, live);
+    if (c.model.canRunAutomatedCapture())
+        c.err << "note: this project also has a chosen .app build; 'vantrel config' writes it for the "
+                 "command-line generator. This run replays the recorded flow on the attached Simulator.\n";
 
     c.model.startRecordedAttachedCapture();
     waitForRun(c.model, c.model.runTask, display, live);

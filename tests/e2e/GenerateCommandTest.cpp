@@ -121,7 +121,8 @@ private slots:
         QVERIFY(match.captured(1).toDouble() > 0.18);
         QVERIFY(run.out.contains("Stopped: suspicious screenshots moved to _needs-review: 02-explore.png\n"));
         QCOMPARE(run.err, QString("\nGeneration failed\nGenerated screenshots drifted from the recorded flow. Check "
-                                  "output/_needs-review and re-record from the last good checkpoint.\n"));
+                                  "output/_needs-review and re-record from the last good checkpoint.\n\n"
+                                  "Drift detected\nPossible paywall, modal, slow transition, or wrong screen.\n"));
     }
 
     void launchThatFailsForOneLocale()
