@@ -11,6 +11,7 @@
 #include "model/AppModel.h"
 #include "model/Await.h"
 #include "model/PathSanitizer.h"
+#include "replay/ChildProcess.h"
 #include "replay/XCUITestReplay.h"
 #include "simulator/ProcessRunner.h"
 
@@ -313,6 +314,10 @@ void AppModel::cancelRun()
     assertMainThread();
     runCancelRequested->store(true);
     runTask = QFuture<void>();
+    if (runProcess) {
+        runProcess->terminate();
+        runProcess.reset();
+    }
     XCUITestReplay::cancelActiveRuns();
     isRunning = false;
     markUnfinishedProgressIdle();

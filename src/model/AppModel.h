@@ -38,6 +38,8 @@
 #include <memory>
 #include <optional>
 
+class ChildProcess;
+
 class AppModel : public QObject
 {
     Q_OBJECT
@@ -84,6 +86,8 @@ public:
 
     // The generation run in flight (one worker), and its stop flag.
     QFuture<void> runTask;
+    // A generator process that runs for the whole of a run; cancelRun ends it.
+    std::shared_ptr<ChildProcess> runProcess;
     std::shared_ptr<std::atomic_bool> runCancelRequested = std::make_shared<std::atomic_bool>(false);
 
     // Fixed tuning values: part of the model, not settings.
@@ -157,6 +161,9 @@ public:
     // ProcessRunner::run on a background job, awaited (packageRoot as the
     // working directory). Throws what the runner throws.
     ProcessRunner::Result runProcessOffMain(const QString &command, const QStringList &arguments);
+    // Waits on a background job until `process` has exited, keeping the event
+    // loop live, and returns its exit status (128 + signal when it was killed).
+    static qint32 waitForProcess(const std::shared_ptr<ChildProcess> &process);
 
     void refreshDevices();
     void attachToBootedSimulator();

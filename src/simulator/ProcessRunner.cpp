@@ -68,3 +68,13 @@ ProcessRunner::Result AppModel::runProcessOffMain(const QString &command, const 
     const QString directory = packageRoot();
     return awaitBackground([command, arguments, directory] { return ProcessRunner::run(command, arguments, directory); });
 }
+
+qint32 AppModel::waitForProcess(const std::shared_ptr<ChildProcess> &process)
+{
+    // The job shares ownership, so a cancel that drops the model's handle
+    // meanwhile leaves it a live process to reap.
+    return awaitBackground([process] {
+        process->waitForExit(-1);
+        return static_cast<qint32>(process->output().exitStatus);
+    });
+}

@@ -6,7 +6,12 @@
 #include "model/AppError.h"
 #include "model/AppModel.h"
 #include "platform/scripted/ScriptedPlatformServices.h"
+#include "replay/ChildProcess.h"
 #include "simulator/ProcessRunner.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+#include <csignal>
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -133,6 +138,27 @@ private slots:
         const ProcessRunner::Result result = model.runProcessOffMain("sh", {"-c", "pwd -P"});
         QCOMPARE(result.standardOutput.trimmed(), QDir(root.path()).canonicalPath());
         QVERIFY_THROWS_EXCEPTION(AppError, model.runProcessOffMain("sh", {"-c", "exit 2"}));
+    }
+
+    // A long-running generator: its status is awaited without failing, and a
+    // cancel ends it while the wait is under way.
+    void waitsForAProcessThatCancelEnds()
+    {
+        QTemporaryDir root;
+        AppModel model(root.path(), std::make_unique<ScriptedPlatformServices>());
+        const auto start = [&](const QString &script) {
+            return std::make_shared<ChildProcess>("sh", QStringList{"-c", script}, root.path(),
+                                                  ChildProcess::currentEnvironment());
+        };
+        QCOMPARE(AppModel::waitForProcess(start("echo lots; exit 3")), 3);
+
+        model.runProcess = start("exec sleep 30");
+        QTimer::singleShot(200, &model, [&model] { model.cancelRun(); });
+        QElapsedTimer clock;
+        clock.start();
+        QCOMPARE(AppModel::waitForProcess(model.runProcess), 128 + SIGTERM);
+        QVERIFY(clock.elapsed() < 5000);
+        QVERIFY(!model.runProcess);
     }
 };
 
