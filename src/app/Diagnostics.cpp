@@ -4,9 +4,9 @@
 #include "model/AppError.h"
 #include "model/AppModel.h"
 #include "model/AtomicFile.h"
+#include "model/Folder.h"
 
 #include <QDateTime>
-#include <QDir>
 
 namespace {
 
@@ -34,8 +34,7 @@ std::optional<QString> AppModel::writeDiagnostics()
 {
     const QString path = workspaceDirectory() + QStringLiteral("/diagnostics.txt");
     try {
-        if (!QDir().mkpath(workspaceDirectory()))
-            throw AppError(QStringLiteral("Could not create the folder %1.").arg(workspaceDirectory()));
+        Folder::ensure(workspaceDirectory());
         AtomicFile::write(path, diagnosticsText(project, runLog).toUtf8());
     } catch (const AppError &error) {
         setLastError(QStringLiteral("Could not export diagnostics: ") + error.message());

@@ -92,8 +92,9 @@ int main(int argc, char **argv)
     if (model.lastError) {
         err << *model.lastError << "\n";
         if (!command->recoversFromFailedLoad) {
-            err << "The file is left as it is. 'vantrel projects' lists the other projects, "
-                   "'vantrel projects open ID' opens one, 'vantrel snapshots restore FILE' restores an archive.\n";
+            if (!model.projectLibrary.isEmpty())
+                err << "Nothing was written over it. 'vantrel projects' lists the other projects and "
+                       "'vantrel projects open ID' opens one.\n";
             return 1;
         }
         context.projectLoadFailed = true;

@@ -8,6 +8,7 @@
 #include "ThumbnailCache.h"
 #include "model/AppError.h"
 #include "model/AppModel.h"
+#include "model/Folder.h"
 
 #include <QDir>
 #include <QFile>
@@ -100,8 +101,7 @@ void AppModel::moveSuspiciousScreenshotToNeedsReview(const QString &url, const Q
                                                       const QString &language, const QString &deviceName)
 {
     const QString folder = needsReviewDirectory(language, deviceName);
-    if (!QDir().mkpath(folder))
-        throw AppError(QStringLiteral("Could not create the folder %1.").arg(folder));
+    Folder::ensure(folder);
     const QString destination = folder + QLatin1Char('/') + filename;
     if (QFileInfo::exists(destination) && !QFile::remove(destination))
         throw AppError(QStringLiteral("Could not replace %1.").arg(destination));

@@ -5,8 +5,8 @@
 #include "model/AppError.h"
 #include "model/AppModel.h"
 #include "model/AtomicFile.h"
+#include "model/Folder.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 void AppModel::validateRunnableProject() const
@@ -31,8 +31,7 @@ QString AppModel::generatedConfigURL() const
 
 QString AppModel::writeGeneratedConfig() const
 {
-    if (!QDir().mkpath(workspaceDirectory()))
-        throw AppError(QStringLiteral("Could not create the folder %1.").arg(workspaceDirectory()));
+    Folder::ensure(workspaceDirectory());
     const QString location = generatedConfigURL();
     AtomicFile::write(location, ConfigWriter::yaml(project).toUtf8());
     return location;

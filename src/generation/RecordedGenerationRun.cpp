@@ -10,6 +10,7 @@
 #include "model/AppError.h"
 #include "model/AppModel.h"
 #include "model/Await.h"
+#include "model/Folder.h"
 #include "model/PathSanitizer.h"
 #include "replay/ChildProcess.h"
 #include "replay/XCUITestReplay.h"
@@ -176,8 +177,7 @@ void RecordedRun::runPair(const QString &device, const QString &language)
 
     const QString outputDirectory = m_project.outputDirectory + QLatin1Char('/') + PathSanitizer::component(language)
                                     + QLatin1Char('/') + PathSanitizer::component(deviceName);
-    if (!QDir().mkpath(outputDirectory))
-        throw AppError(QStringLiteral("Could not create the folder %1.").arg(outputDirectory));
+    Folder::ensure(outputDirectory);
 
     log(QStringLiteral("Replaying %1 checkpoints for %2").arg(m_project.screens.size()).arg(language));
     {

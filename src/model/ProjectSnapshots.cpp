@@ -5,12 +5,12 @@
 #include "AppError.h"
 #include "AppModel.h"
 #include "AtomicFile.h"
+#include "Folder.h"
 #include "PathSanitizer.h"
 #include "ProjectCoding.h"
 #include "ProjectFileListing.h"
 #include "UuidText.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <algorithm>
 
@@ -67,8 +67,7 @@ void AppModel::refreshProjectSnapshots()
 std::optional<QString> AppModel::snapshotCurrentProject(const QString &prefix)
 {
     try {
-        if (!QDir().mkpath(snapshotsDirectory()))
-            throw AppError(QStringLiteral("Could not create the folder %1.").arg(snapshotsDirectory()));
+        Folder::ensure(snapshotsDirectory());
         ScreenshotProject copy = project;
         copy.updatedAt = ReferenceDate::now();
         const QString path = freeSnapshotPath(snapshotsDirectory(), prefix,

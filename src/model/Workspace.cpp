@@ -3,6 +3,7 @@
 #include "AppError.h"
 #include "AppModel.h"
 #include "AtomicFile.h"
+#include "Folder.h"
 #include "PathSanitizer.h"
 #include "ProjectCoding.h"
 #include "UuidText.h"
@@ -89,8 +90,7 @@ bool AppModel::saveProject()
 {
     assertMainThread();
     try {
-        if (!QDir().mkpath(projectsDirectory()))
-            throw AppError(QStringLiteral("Could not create the folder %1.").arg(projectsDirectory()));
+        Folder::ensure(projectsDirectory());
         if (!project.projectID)
             project.projectID = UuidText::create();
         const ReferenceSeconds now = ReferenceDate::now();
@@ -117,8 +117,7 @@ void AppModel::writeCurrentProjectID()
 {
     if (!project.projectID)
         return;
-    if (!QDir().mkpath(workspaceDirectory()))
-        throw AppError(QStringLiteral("Could not create the folder %1.").arg(workspaceDirectory()));
+    Folder::ensure(workspaceDirectory());
     AtomicFile::write(workspaceDirectory() + QStringLiteral("/current-project-id.txt"),
                       project.projectID->toUtf8());
 }
@@ -131,8 +130,7 @@ void AppModel::loadSavedProject()
     // load ends without a save. Every extra listing re-reads every project.
     bool libraryListed = false;
     try {
-        if (!QDir().mkpath(projectsDirectory()))
-            throw AppError(QStringLiteral("Could not create the folder %1.").arg(projectsDirectory()));
+        Folder::ensure(projectsDirectory());
         if (const std::optional<QString> source = savedProjectSource(*this, libraryListed)) {
             ScreenshotProject loaded = ProjectCoding::decode(AtomicFile::read(*source));
             normalizeLoadedProject(loaded);

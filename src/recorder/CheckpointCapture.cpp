@@ -6,9 +6,9 @@
 #include "model/AppModel.h"
 
 #include "model/AppError.h"
+#include "model/Folder.h"
 #include "model/UuidText.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <exception>
@@ -59,8 +59,7 @@ void AppModel::captureManualScreenshot(const QString &nameOverride)
     const QString folder = manualCaptureDirectory();
     const QString temporary = hiddenTemporaryPath(folder, QStringLiteral(".capture-"));
     try {
-        if (!QDir().mkpath(folder))
-            throw AppError(QStringLiteral("Could not create the folder %1.").arg(folder));
+        Folder::ensure(folder);
         const ReferenceSeconds actionDate = ReferenceDate::now();
         const std::optional<OperationDraft> wait = isRecordingFlow ? recordedDelayOperation(actionDate) : std::nullopt;
         takeSimulatorScreenshot(*device, temporary);
@@ -98,8 +97,7 @@ void AppModel::retakeCheckpoint(const ManualScreenDraft &checkpoint)
     const QString folder = manualCaptureDirectory();
     const QString temporary = hiddenTemporaryPath(folder, QStringLiteral(".retake-"));
     try {
-        if (!QDir().mkpath(folder))
-            throw AppError(QStringLiteral("Could not create the folder %1.").arg(folder));
+        Folder::ensure(folder);
         takeSimulatorScreenshot(*device, temporary);
         const QString target = manualCaptureURL(checkpoint);
         moveReplacing(temporary, target);

@@ -167,6 +167,19 @@ private slots:
         }
     }
 
+    // The file system's own reason reaches the user, not only the folder's name.
+    void folderThatCannotBeMadeSaysWhy()
+    {
+        QTemporaryDir root;
+        auto model = makeModel(root.path());
+        TestSupport::writeFile(root.path() + "/.quillmark/projects", "a file in the way");
+        QVERIFY(!model->saveProject());
+        const QString expected = "Could not save project: Could not create the folder " + root.path()
+                                 + "/.quillmark/projects: ";
+        QVERIFY2(model->lastError->startsWith(expected), qPrintable(*model->lastError));
+        QVERIFY(model->lastError->size() > expected.size());
+    }
+
     void normalization()
     {
         QTemporaryDir root;
