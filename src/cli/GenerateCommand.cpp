@@ -81,8 +81,13 @@ int runGenerate(CommandContext &c)
     if (c.model.lastRunOutcome)
         printOutcome(c, *c.model.lastRunOutcome);
     const int status = exitStatus(c.model.lastRunOutcome);
-    if (status == 1 && c.model.lastRunOutcome)
+    if (status == 1 && c.model.lastRunOutcome) {
         c.model.clearLastError(); // already printed with the outcome
+        // The run log lives only as long as this command, so a failed run
+        // leaves its diagnostics behind for a problem report.
+        if (const std::optional<QString> path = c.model.writeDiagnostics())
+            c.err << "Diagnostics of this run: " << *path << "\n";
+    }
     return status;
 }
 
@@ -96,7 +101,8 @@ VANTREL_COMMAND({QStringLiteral("generate"), QStringLiteral("generate [--plain]"
                                 "\n"
                                 "On a terminal the progress of every device and language is shown live;\n"
                                 "--plain (or output to a pipe or file) prints one line per change.\n"
-                                "Ctrl-C cancels the run and ends the build.\n"
+                                "Ctrl-C cancels the run and ends the build. A failed run writes\n"
+                                "diagnostics.txt (set-up and run log) for a problem report.\n"
                                 "\n"
                                 "Exit status: 0 when complete, 1 when failed, 130 when cancelled."),
                  runGenerate});

@@ -120,9 +120,14 @@ private slots:
         QVERIFY2(match.hasMatch(), qPrintable(run.out));
         QVERIFY(match.captured(1).toDouble() > 0.18);
         QVERIFY(run.out.contains("Stopped: suspicious screenshots moved to _needs-review: 02-explore.png\n"));
+        const QString diagnostics = m_world->root() + "/.quillmark/diagnostics.txt";
         QCOMPARE(run.err, QString("\nGeneration failed\nGenerated screenshots drifted from the recorded flow. Check "
                                   "output/_needs-review and re-record from the last good checkpoint.\n\n"
-                                  "Drift detected\nPossible paywall, modal, slow transition, or wrong screen.\n"));
+                                  "Drift detected\nPossible paywall, modal, slow transition, or wrong screen.\n"
+                                  "Diagnostics of this run: " + diagnostics + "\n"));
+        const QString report = QString::fromUtf8(TestSupport::readFile(diagnostics));
+        QVERIFY2(report.contains("\nStopped: suspicious screenshots moved to _needs-review: 02-explore.png\n"),
+                 qPrintable(report));
     }
 
     void launchThatFailsForOneLocale()
@@ -146,7 +151,8 @@ private slots:
         QCOMPARE(run.err, "\nGeneration failed\n" + demoAppName
                               + " is not installed on iPhone 15 Pro.\nInstall or open the app on that Simulator "
                                 "first, then click Project > Attach Simulator and Detect. Recorded checkpoints are "
-                                "still saved.\n");
+                                "still saved.\nDiagnostics of this run: " + m_world->root()
+                              + "/.quillmark/diagnostics.txt\n");
         QVERIFY(!run.out.contains("Running "));
     }
 
