@@ -3,13 +3,12 @@
 # Simulator, select the app, record a short flow with a few checkpoints,
 # generate it for several languages, and say where the screenshots are.
 #
-# Without Xcode (Linux, or a Mac without it) everything runs against the
-# device stand-in in tools/devicesim and its demo app. With Xcode the real
-# Simulator is used; see "Running the demo with your own app" in README.md:
+# On Linux everything runs against the device stand-in in tools/devicesim
+# and its demo app. On a Mac with Xcode the real Simulator is used; see "The
+# demo, and running it with your own app" in README.md:
 #   VANTREL_DEMO_APP        bundle ID of the app to use (else the only user app)
 #   VANTREL_DEMO_FLOW       file with a `vantrel record` script (else one checkpoint)
 #   VANTREL_DEMO_LANGUAGES  languages besides en-US (default: de-DE fr-FR es-ES)
-#   VANTREL_DEMO_STANDIN=1  use the stand-in even where Xcode is present
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build="${VANTREL_BUILD_DIR:-$PWD/build}"
@@ -25,9 +24,16 @@ have_xcode() {
     [ "$(uname -s)" = Darwin ] && xcrun --find xcodebuild >/dev/null 2>&1
 }
 
-if [ "${VANTREL_DEMO_STANDIN:-0}" != 1 ] && have_xcode; then
+if have_xcode; then
     mode=simulator
     step "Using the real Simulator and Xcode"
+elif [ "$(uname -s)" = Darwin ]; then
+    # Vantrel looks for the developer tools in /usr/bin before anything on
+    # PATH, and every Mac has Apple's xcrun there, so the stand-in would
+    # never be asked.
+    echo "The device stand-in serves machines without Apple's tools (Linux)." >&2
+    echo "On a Mac, install Xcode and boot a Simulator, then run the demo again." >&2
+    exit 1
 else
     mode=standin
     step "No Xcode here: using the device stand-in (tools/devicesim), not Apple's tools"

@@ -39,4 +39,13 @@ QByteArray readFile(const QString &path)
     return file.readAll();
 }
 
+bool realToolShadowsStandIn(const QStringList &tools)
+{
+    for (const char *folder : {"/opt/homebrew/bin", "/usr/local/bin", "/usr/bin", "/bin", "/usr/sbin", "/sbin"})
+        for (const QString &tool : tools)
+            if (QFile::exists(QLatin1String(folder) + QLatin1Char('/') + tool))
+                return true;
+    return false;
+}
+
 } // namespace TestSupport

@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 #include <functional>
 #include <vector>
@@ -22,6 +23,12 @@ QString devicesimBinary();
 // Writes a file (creating parent folders) and returns its path.
 QString writeFile(const QString &path, const QByteArray &bytes);
 QByteArray readFile(const QString &path);
+
+// Whether a real one of `tools` sits in the folders that the product puts
+// before the inherited search path (a Mac with Xcode), so that it, not a
+// stand-in the test put on PATH, would answer; such tests skip then.
+bool realToolShadowsStandIn(const QStringList &tools = {QStringLiteral("xcrun"), QStringLiteral("xcodebuild"),
+                                                        QStringLiteral("open")});
 
 } // namespace TestSupport
 

@@ -5,14 +5,23 @@
 #include <chrono>
 
 BuildCanceller::BuildCanceller(Flag cancelled)
-    : m_watcher([this, cancelled](std::stop_token stop) {
+    : m_watcher([this, cancelled] {
           std::unique_lock lock(m_mutex);
-          while (!stop.stop_requested()) {
+          while (!m_stopping) {
               if (cancelled->load())
                   XCUITestReplay::cancelActiveRuns();
-              // Wakes at once when the replay is over (the watcher is stopped).
-              m_wake.wait_for(lock, stop, std::chrono::milliseconds(50), [] { return false; });
+              m_wake.wait_for(lock, std::chrono::milliseconds(50), [this] { return m_stopping; });
           }
       })
 {
+}
+
+BuildCanceller::~BuildCanceller()
+{
+    {
+        std::lock_guard lock(m_mutex);
+        m_stopping = true;
+    }
+    m_wake.notify_all();
+    m_watcher.join();
 }

@@ -16,11 +16,14 @@ public:
     using Flag = std::shared_ptr<std::atomic_bool>;
 
     explicit BuildCanceller(Flag cancelled);
+    ~BuildCanceller(); // stops the watcher at once and joins it
     BuildCanceller(const BuildCanceller &) = delete;
     BuildCanceller &operator=(const BuildCanceller &) = delete;
 
 private:
+    // A plain thread with its own stop flag: Apple's C++ library has no std::jthread.
     std::mutex m_mutex;
-    std::condition_variable_any m_wake;
-    std::jthread m_watcher; // last: stopped and joined first
+    std::condition_variable m_wake;
+    bool m_stopping = false;
+    std::thread m_watcher; // last: starts once the members it uses exist
 };

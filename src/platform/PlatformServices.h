@@ -61,7 +61,11 @@ public:
     using MouseHandler = std::function<void(const DesktopMouseEvent &)>;
     virtual bool startMouseMonitor(MouseHandler handler) = 0;
     virtual void stopMouseMonitor() = 0;
+    // Whether this process may observe clicks in other applications. The
+    // plain query never disturbs the user (readiness asks it on every read);
+    // the request also asks the desktop to show its permission prompt.
     virtual bool isAccessibilityTrusted() = 0;
+    virtual bool requestAccessibilityTrust() = 0;
 
     // Files.
     virtual void revealInFileViewer(const QString &path) = 0;

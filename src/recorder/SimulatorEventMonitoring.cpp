@@ -24,7 +24,7 @@ void AppModel::startSimulatorEventMonitoring()
     stopSimulatorEventMonitoring(); // at most one monitor
     simulatorEventRecordingStatus = QStringLiteral(
         "Recording real Simulator clicks. Click or drag inside the Simulator window, then save checkpoints here.");
-    if (!platform().isAccessibilityTrusted())
+    if (!platform().requestAccessibilityTrust())
         // Without the permission the desktop may deliver no events at all;
         // recording goes on, the user is told where to allow it.
         simulatorEventRecordingStatus = QStringLiteral(

@@ -61,6 +61,8 @@ private slots:
         };
         QCOMPARE(checks, expected);
         QCOMPARE(m_model->runReadinessMessage(), QStringLiteral("Attach to a booted simulator or select a device first."));
+        m_model->quickStartRows();
+        QCOMPARE(m_platform->accessibilityRequests, 0); // reading readiness never pops the permission prompt
     }
 
     void completeProjectIsReadyToReplay()

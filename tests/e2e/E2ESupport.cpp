@@ -17,15 +17,6 @@ DeviceWorld::DeviceWorld()
         qFatal("devicesim shims failed: %s", qPrintable(shims.err));
 }
 
-bool DeviceWorld::isShadowed(const QStringList &tools)
-{
-    for (const char *folder : {"/opt/homebrew/bin", "/usr/local/bin", "/usr/bin", "/bin", "/usr/sbin", "/sbin"})
-        for (const QString &tool : tools)
-            if (QFile::exists(QLatin1String(folder) + QLatin1Char('/') + tool))
-                return true;
-    return false;
-}
-
 QProcessEnvironment DeviceWorld::environment(const QHash<QString, QString> &extra) const
 {
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();

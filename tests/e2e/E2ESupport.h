@@ -31,11 +31,6 @@ class DeviceWorld
 public:
     DeviceWorld();
 
-    // Whether a real one of `tools` in the process runner's fixed folders
-    // would answer instead of the stand-in; tests skip then.
-    static bool isShadowed(const QStringList &tools = {QStringLiteral("xcrun"), QStringLiteral("xcodebuild"),
-                                                       QStringLiteral("open")});
-
     QString root() const { return m_dir.filePath(QStringLiteral("root")); }
     QString devicesimHome() const { return m_dir.filePath(QStringLiteral("devicesim")); }
     // A scratch folder, also the working directory of every program run.

@@ -63,7 +63,7 @@ class GenerateCommandTest : public QObject
 private slots:
     void initTestCase()
     {
-        if (DeviceWorld::isShadowed())
+        if (TestSupport::realToolShadowsStandIn())
             QSKIP("real simulator tools would answer instead of the device stand-in");
         m_world = std::make_unique<DeviceWorld>();
         QCOMPARE(m_world->vantrel({"attach"}).status, 0);

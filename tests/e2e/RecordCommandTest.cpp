@@ -79,7 +79,7 @@ class RecordCommandTest : public QObject
 private slots:
     void initTestCase()
     {
-        if (DeviceWorld::isShadowed())
+        if (TestSupport::realToolShadowsStandIn())
             QSKIP("real developer tools would answer instead of the device stand-in");
     }
 

@@ -38,7 +38,7 @@ class SimulatorCommandsTest : public QObject
 private slots:
     void initTestCase()
     {
-        if (DeviceWorld::isShadowed({"xcrun"}))
+        if (TestSupport::realToolShadowsStandIn({"xcrun"}))
             QSKIP("a real xcrun would answer instead of the device stand-in");
     }
 

@@ -93,6 +93,7 @@ private slots:
         r.startRecording(ReferenceDate::now());
         QVERIFY(r.platform->mouseHandler);
         QVERIFY(r.model->simulatorEventRecordingStatus.contains("Privacy & Security > Accessibility"));
+        QCOMPARE(r.platform->accessibilityRequests, 1); // the desktop's prompt, once, when recording starts
         r.platform->sendMouse(MouseEventType::leftMouseDown, centre);
         r.platform->sendMouse(MouseEventType::leftMouseUp, centre + QPointF(3, 3));
         QCOMPARE(r.pending(), QStringList{"tap-100-200"});

@@ -63,7 +63,7 @@ class DevicesTest : public QObject
 private slots:
     void initTestCase()
     {
-        if (XcrunStandIn::isShadowed())
+        if (TestSupport::realToolShadowsStandIn({"xcrun"}))
             QSKIP("a real xcrun comes first on the runner's search path here");
     }
 

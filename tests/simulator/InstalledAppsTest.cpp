@@ -54,7 +54,7 @@ class InstalledAppsTest : public QObject
 private slots:
     void initTestCase()
     {
-        if (XcrunStandIn::isShadowed())
+        if (TestSupport::realToolShadowsStandIn({"xcrun"}))
             QSKIP("a real xcrun comes first on the runner's search path here");
     }
 

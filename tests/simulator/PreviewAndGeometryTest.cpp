@@ -40,7 +40,7 @@ class PreviewAndGeometryTest : public QObject
 private slots:
     void previewFailures()
     {
-        if (XcrunStandIn::isShadowed())
+        if (TestSupport::realToolShadowsStandIn({"xcrun"}))
             QSKIP("a real xcrun comes first on the runner's search path here");
         XcrunStandIn xcrun;
         xcrun.respond("list", "{\"devices\": {}}");

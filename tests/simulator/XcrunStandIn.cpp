@@ -35,14 +35,6 @@ XcrunStandIn::~XcrunStandIn()
     qputenv("PATH", m_savedPath);
 }
 
-bool XcrunStandIn::isShadowed()
-{
-    for (const char *folder : {"/opt/homebrew/bin", "/usr/local/bin", "/usr/bin", "/bin", "/usr/sbin", "/sbin"})
-        if (QFile::exists(QString::fromLatin1(folder) + "/xcrun"))
-            return true;
-    return false;
-}
-
 void XcrunStandIn::respond(const QString &key, const QByteArray &standardOutput, int status,
                            const QByteArray &standardError)
 {

@@ -15,9 +15,6 @@ public:
     XcrunStandIn();
     ~XcrunStandIn(); // restores PATH
 
-    // Whether a real xcrun in the runner's fixed folders would shadow this one.
-    static bool isShadowed();
-
     // The answer to `xcrun simctl SUBCOMMAND ...`; for `io` the key is
     // "io-enumerate" or "io-screenshot".
     void respond(const QString &key, const QByteArray &standardOutput, int status = 0,

@@ -59,14 +59,20 @@ ToolLog readToolLog(const QString &log)
     return result;
 }
 
+// A program that does nothing: /bin/true on Linux, /usr/bin/true on a Mac.
+QString trueTool()
+{
+    return QFile::exists(QStringLiteral("/bin/true")) ? QStringLiteral("/bin/true") : QStringLiteral("/usr/bin/true");
+}
+
 // What one call through the timing shim costs beyond the tool itself (the
 // shim's own start), so that it is not counted as the run's overhead: the
-// shim runs /bin/true as "xcrun" twenty times.
+// shim runs `true` as "xcrun" twenty times.
 double shimCostMilliseconds(const QString &shims, const QString &log, const QString &scratch)
 {
     const QString fakeTools = scratch + QStringLiteral("/calibration-tools");
     QDir().mkpath(fakeTools);
-    QFile::link(QStringLiteral("/bin/true"), fakeTools + QStringLiteral("/xcrun"));
+    QFile::link(trueTool(), fakeTools + QStringLiteral("/xcrun"));
     const QByteArray realTools = qgetenv(realToolsVariable);
     qputenv(realToolsVariable, fakeTools.toLocal8Bit());
     QFile::remove(log);
@@ -82,7 +88,7 @@ double shimCostMilliseconds(const QString &shims, const QString &log, const QStr
     QElapsedTimer direct;
     direct.start();
     for (int i = 0; i < calls; ++i)
-        BenchSupport::runTool(QStringLiteral("/bin/true"), {}, scratch);
+        BenchSupport::runTool(trueTool(), {}, scratch);
     const double bare = double(direct.nsecsElapsed()) / 1e6;
     const double inner = readToolLog(log).seconds * 1000;
     return std::max(0.0, (outer - bare - inner) / calls);

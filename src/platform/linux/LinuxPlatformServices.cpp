@@ -23,6 +23,7 @@ public:
     bool startMouseMonitor(MouseHandler) override { return false; }
     void stopMouseMonitor() override {}
     bool isAccessibilityTrusted() override { return false; }
+    bool requestAccessibilityTrust() override { return false; }
 
     void revealInFileViewer(const QString &path) override
     {

@@ -6,6 +6,7 @@
 // uses them lives in the core.
 
 #include "platform/PlatformServices.h"
+#include "platform/TesseractTextRecognizer.h"
 
 #import <AppKit/AppKit.h>
 #import <ApplicationServices/ApplicationServices.h>
@@ -50,7 +51,11 @@ public:
 
     std::optional<QRectF> mainScreenFrame() override
     {
-        NSScreen *screen = [NSScreen mainScreen];
+        // The window server measures window bounds from the top of the
+        // primary display (the one with the menu bar, first in the list), so
+        // that screen's height turns them into desktop coordinates, whichever
+        // screen holds the focus.
+        NSScreen *screen = NSScreen.screens.firstObject;
         return screen ? std::optional(toQRect(screen.frame)) : std::nullopt;
     }
 
@@ -97,7 +102,9 @@ public:
         m_handler.reset();
     }
 
-    bool isAccessibilityTrusted() override
+    bool isAccessibilityTrusted() override { return AXIsProcessTrusted(); }
+
+    bool requestAccessibilityTrust() override
     {
         NSDictionary *options = @{(__bridge NSString *)kAXTrustedCheckOptionPrompt: @YES};
         return AXIsProcessTrustedWithOptions((__bridge CFDictionaryRef)options);
@@ -129,8 +136,11 @@ public:
     {
         NSOpenPanel *panel = [NSOpenPanel openPanel];
         panel.title = title.toNSString();
+        panel.message = title.toNSString(); // open panels no longer show their title
+        // A bundle such as an .app counts as a file while packages are not
+        // browsed into, so plain folders stay unselectable.
         panel.canChooseFiles = YES;
-        panel.canChooseDirectories = YES;
+        panel.canChooseDirectories = NO;
         panel.allowsMultipleSelection = NO;
         panel.treatsFilePackagesAsDirectories = NO;
         NSMutableArray<NSString *> *types = [NSMutableArray array];
@@ -150,10 +160,23 @@ public:
 
     QList<RecognizedTextLine> recognizeText(const QImage &image) override
     {
+        // Called on a worker thread, which has no autorelease pool of its own.
+        @autoreleasepool {
+            if (std::optional<QList<RecognizedTextLine>> lines = recognizeWithVision(image))
+                return *lines;
+        }
+        return TesseractTextRecognizer::recognize(image);
+    }
+
+private:
+    // Nothing when Vision cannot read the image at all.
+    static std::optional<QList<RecognizedTextLine>> recognizeWithVision(const QImage &image)
+    {
         QList<RecognizedTextLine> lines;
-        CGImageRef cgImage = image.toCGImage();
+        // toCGImage takes only 32-bit formats; a palette or grey PNG is converted first.
+        CGImageRef cgImage = image.convertToFormat(QImage::Format_ARGB32_Premultiplied).toCGImage();
         if (!cgImage)
-            return lines;
+            return std::nullopt;
         VNRecognizeTextRequest *request = [[VNRecognizeTextRequest alloc] init];
         request.recognitionLevel = VNRequestTextRecognitionLevelAccurate;
         request.usesLanguageCorrection = YES;
@@ -163,7 +186,7 @@ public:
         const BOOL ok = [handler performRequests:@[request] error:&error];
         CGImageRelease(cgImage);
         if (!ok)
-            return lines;
+            return std::nullopt;
         for (VNRecognizedTextObservation *observation in request.results) {
             VNRecognizedText *best = [observation topCandidates:1].firstObject;
             if (!best)
@@ -174,7 +197,6 @@ public:
         return lines;
     }
 
-private:
     id m_monitor = nil;
     std::shared_ptr<MouseHandler> m_handler;
 };

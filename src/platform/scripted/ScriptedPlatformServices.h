@@ -11,6 +11,7 @@ public:
     std::optional<QRectF> screenFrame = QRectF(0, 0, 1440, 900);
     std::optional<QRectF> visibleFrame = QRectF(0, 0, 1440, 875);
     bool accessibilityTrusted = true;
+    int accessibilityRequests = 0; // how often the permission prompt was asked for
     bool canInstallMonitor = true;
     bool trashAvailable = true;
     std::optional<QString> chosenFile;
@@ -35,6 +36,11 @@ public:
     bool startMouseMonitor(MouseHandler handler) override;
     void stopMouseMonitor() override { mouseHandler = nullptr; }
     bool isAccessibilityTrusted() override { return accessibilityTrusted; }
+    bool requestAccessibilityTrust() override
+    {
+        ++accessibilityRequests;
+        return accessibilityTrusted;
+    }
     void revealInFileViewer(const QString &path) override { revealed.append(path); }
     bool openWithDefaultApplication(const QString &path) override
     {
