@@ -64,8 +64,9 @@ int runProjects(CommandContext &c)
         printLibrary(c, json);
         return 0;
     }
-    if ((action == QLatin1String("new") || action == QLatin1String("rename"))
-        && c.refuseWithoutProject(action + QStringLiteral(" a project")))
+    if (action == QLatin1String("new") && c.refuseWithoutProject(QStringLiteral("start a new project")))
+        return 1;
+    if (action == QLatin1String("rename") && c.refuseWithoutProject(QStringLiteral("rename the current project")))
         return 1;
     if (action == QLatin1String("new")) {
         c.model.startNewProject(rest.join(QLatin1Char(' ')));
