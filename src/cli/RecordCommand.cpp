@@ -174,6 +174,8 @@ struct Session
 
 int runSession(CommandContext &c)
 {
+    // Taps and swipes are typed here, not clicked in the Simulator window.
+    c.model.observesDesktopClicks = false;
     c.model.startFlowRecording();
     c.flushLog();
     if (!c.model.isRecordingFlow)

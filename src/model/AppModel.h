@@ -82,6 +82,9 @@ public:
     std::optional<RunOutcome> lastRunOutcome;
     std::optional<ReferenceSeconds> lastRecordedActionAt;
     bool simulatorEventMonitorInstalled = false;
+    // False for a front that enters taps itself (the command line's scripted
+    // recorder): a recording then installs no desktop-wide click monitor.
+    bool observesDesktopClicks = true;
     std::optional<SimulatorMouseDown> simulatorMouseDown;
 
     // The generation run in flight (one worker), and its stop flag.

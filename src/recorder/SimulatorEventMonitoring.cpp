@@ -22,6 +22,13 @@ constexpr int previewDelayMilliseconds = 250;
 void AppModel::startSimulatorEventMonitoring()
 {
     stopSimulatorEventMonitoring(); // at most one monitor
+    if (!observesDesktopClicks) {
+        // Taps come from the front itself: no monitor to install, and no
+        // permission prompt for a click source that is not used.
+        simulatorEventRecordingStatus = QStringLiteral("Recording the taps, swipes and text entered here.");
+        emit changed();
+        return;
+    }
     simulatorEventRecordingStatus = QStringLiteral(
         "Recording real Simulator clicks. Click or drag inside the Simulator window, then save checkpoints here.");
     if (!platform().requestAccessibilityTrust())

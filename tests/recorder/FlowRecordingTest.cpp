@@ -101,6 +101,18 @@ private slots:
         QVERIFY(!r.model->simulatorMouseDown);
     }
 
+    // The scripted recorder enters its taps itself: no monitor, no prompt.
+    void frontWithoutDesktopClicksInstallsNoMonitor()
+    {
+        Recorder r;
+        r.model->observesDesktopClicks = false;
+        r.startRecording(ReferenceDate::now());
+        QVERIFY(r.model->isRecordingFlow);
+        QVERIFY(!r.platform->mouseHandler);
+        QVERIFY(!r.model->simulatorEventMonitorInstalled);
+        QCOMPARE(r.platform->accessibilityRequests, 0);
+    }
+
     void firstActionWaitsFromTheStart()
     {
         Recorder r;
