@@ -84,16 +84,6 @@ private slots:
         QCOMPARE(CustomerGuide::find({dir.path() + "/a", dir.path() + "/b"}), std::optional<QString>(guide));
         QCOMPARE(CustomerGuide::find({dir.path() + "/a"}), std::nullopt);
     }
-
-    void openCustomerGuideOpensTheShippedGuide()
-    {
-        Fixture f;
-        f.model->openCustomerGuide();
-        QVERIFY(!f.model->lastError);
-        QCOMPARE(f.platform->opened.size(), 1);
-        QVERIFY(f.platform->opened.first().endsWith("/CUSTOMER_READY.md"));
-        QVERIFY(TestSupport::readFile(f.platform->opened.first()).contains("vantrel"));
-    }
 };
 
 VANTREL_TEST(DiagnosticsAndGuideTest);

@@ -140,59 +140,6 @@ private slots:
             p.bundleId.clear();
         QCOMPARE(m_model->runReadinessMessage(), message);
     }
-
-    void counts_data()
-    {
-        QTest::addColumn<int>("devices");
-        QTest::addColumn<qint64>("deviceCount");
-        QTest::addColumn<qint64>("total");
-        QTest::newRow("two devices") << 2 << qint64(2) << qint64(24);
-        QTest::newRow("no devices count as one") << 0 << qint64(1) << qint64(12);
-    }
-
-    void counts()
-    {
-        QFETCH(int, devices);
-        QFETCH(qint64, deviceCount);
-        QFETCH(qint64, total);
-        ScreenshotProject &p = m_model->project;
-        p.devices.clear();
-        for (int i = 0; i < devices; ++i)
-            p.devices.append(QString::number(i));
-        p.languages = {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
-        p.screens = QList<ScreenDraft>(4);
-        QCOMPARE(m_model->runDeviceCount(), deviceCount);
-        QCOMPARE(m_model->runTotalCount(), total);
-    }
-
-    void quickStartRowsFollowTheProject()
-    {
-        m_platform->accessibilityTrusted = false;
-        QList<QuickStartRow> rows = m_model->quickStartRows();
-        QCOMPARE(rows.size(), 5);
-        QCOMPARE(rows.at(0).detail, QStringLiteral("Open your app in Simulator, then attach"));
-        QCOMPARE(rows.at(0).buttonTitle, std::optional(QStringLiteral("Attach")));
-        QCOMPARE(rows.at(1).buttonTitle, std::optional(QStringLiteral("Allow")));
-        QCOMPARE(rows.at(2).detail, QStringLiteral("Choose the app running in Simulator"));
-        QCOMPARE(rows.at(4).buttonTitle, std::optional(QStringLiteral("Record")));
-        QVERIFY(!rows.at(0).isComplete && !rows.at(4).isComplete);
-
-        makeComplete();
-        m_model->project.attachedDeviceName.reset();
-        m_platform->accessibilityTrusted = true;
-        rows = m_model->quickStartRows();
-        QCOMPARE(rows.at(0).detail, QStringLiteral("Attached"));
-        QCOMPARE(rows.at(0).buttonTitle, std::optional(QStringLiteral("Reattach")));
-        QCOMPARE(rows.at(1).detail, QStringLiteral("Permission granted"));
-        QVERIFY(!rows.at(1).buttonTitle);
-        QCOMPARE(rows.at(2).detail, QStringLiteral("Demo"));
-        QCOMPARE(rows.at(2).buttonTitle, std::optional(QStringLiteral("Change")));
-        QCOMPARE(rows.at(3).detail, QStringLiteral("2 selected"));
-        QCOMPARE(rows.at(4).detail, QStringLiteral("2 checkpoints recorded"));
-        QCOMPARE(rows.at(4).buttonTitle, std::optional(QStringLiteral("Review")));
-        for (const QuickStartRow &row : rows)
-            QVERIFY(row.isComplete);
-    }
 };
 
 VANTREL_TEST(ReadinessTest);

@@ -53,26 +53,6 @@ private slots:
                  (QStringList{"de-DE/10.png", "de-DE/2.png", "de-DE/iPhone/01-home.png"}));
         QCOMPARE(relativePaths(model.needsReviewImages()), QStringList{"_needs-review/de-DE/01.png"});
     }
-
-    void missingOrUnsetOutputGivesAnEmptyGallery()
-    {
-        QTemporaryDir dir;
-        AppModel model(dir.path(), std::make_unique<ScriptedPlatformServices>());
-        model.reviewImages = {{"stale", "stale"}};
-        model.project.outputDirectory = dir.path() + "/does-not-exist";
-        model.refreshReviewImages();
-        QVERIFY(model.reviewImages.isEmpty());
-        QVERIFY(!model.lastError);
-
-        // An unset folder must not list the working directory instead.
-        const QString previous = QDir::currentPath();
-        TestSupport::writeFile(dir.path() + "/cwd/en-US/01.png", "png");
-        QVERIFY(QDir::setCurrent(dir.path() + "/cwd"));
-        model.project.outputDirectory.clear();
-        model.refreshReviewImages();
-        QDir::setCurrent(previous);
-        QVERIFY(model.reviewImages.isEmpty());
-    }
 };
 
 VANTREL_TEST(ReviewGalleryTest);

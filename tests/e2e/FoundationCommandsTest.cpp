@@ -2,7 +2,6 @@
 
 #include "TestSupport.h"
 
-#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -91,27 +90,6 @@ private slots:
         QCOMPARE(vantrel({"--root", root.path(), "projects", "open", id}).status, 0);
         QCOMPARE(vantrel({"--root", root.path(), "status"}).status, 0);
         QCOMPARE(TestSupport::readFile(root.path() + "/.quillmark/projects/ABC.json"), corrupt);
-    }
-
-    void usageErrors_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("status");
-        QTest::newRow("no command") << QStringList{} << 2;
-        QTest::newRow("unknown command") << QStringList{"frobnicate"} << 2;
-        QTest::newRow("unknown option") << QStringList{"--frob"} << 2;
-        QTest::newRow("bad languages action") << QStringList{"languages", "shuffle"} << 2;
-        QTest::newRow("help") << QStringList{"--help"} << 0;
-        QTest::newRow("command help") << QStringList{"languages", "--help"} << 0;
-        QTest::newRow("version") << QStringList{"--version"} << 0;
-    }
-
-    void usageErrors()
-    {
-        QFETCH(QStringList, arguments);
-        QFETCH(int, status);
-        QTemporaryDir root;
-        QCOMPARE(vantrel(QStringList{"--root", root.path()} + arguments).status, status);
     }
 };
 

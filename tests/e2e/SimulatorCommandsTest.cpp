@@ -100,21 +100,6 @@ private slots:
         QVERIFY2(open.err.startsWith("Could not open target app: " + demoAppName + " is not installed on iPhone 15 Pro.\n"),
                  qPrintable(open.err));
     }
-
-    // Without any simulator tools the device commands say why, and the
-    // project commands stay quiet.
-    void noSimulatorTools()
-    {
-        DeviceWorld world;
-        const QHash<QString, QString> bare{{"PATH", "/nonexistent"}};
-        const Run devices = world.vantrel({"devices"}, bare);
-        QCOMPARE(devices.status, 1);
-        QVERIFY2(devices.err.startsWith("Could not load simulators: Command failed: xcrun simctl list devices --json\n"),
-                 qPrintable(devices.err));
-        const Run languages = world.vantrel({"languages"}, bare);
-        QCOMPARE(languages.status, 0);
-        QCOMPARE(languages.err, QString());
-    }
 };
 
 VANTREL_TEST(SimulatorCommandsTest);

@@ -94,17 +94,6 @@ private slots:
         QVERIFY(!text.endsWith(QStringLiteral("\n\n")));
     }
 
-    void screenWithoutStateWritesNoArgumentBlock()
-    {
-        ScreenshotProject p;
-        p.sampleNameArgumentName.clear();
-        ScreenDraft screen;
-        screen.name = QStringLiteral("Plain");
-        screen.sampleName = QStringLiteral("Ada"); // no argument name: not written
-        p.screens = {screen};
-        QVERIFY(!ConfigWriter::yaml(p).contains(QStringLiteral("    launchArguments:")));
-    }
-
     void quotingDoublesBackslashesBeforeEscapingQuotes()
     {
         QCOMPARE(ConfigWriter::quoted(QStringLiteral("a\\\"b")), QStringLiteral("\"a\\\\\\\"b\""));

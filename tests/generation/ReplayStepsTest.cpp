@@ -58,18 +58,6 @@ private slots:
         QCOMPARE(steps.at(8).outputPath, QStringLiteral("09-s.png"));
         QCOMPARE(steps.at(11).outputPath, QStringLiteral("12-s.png"));
     }
-
-    void onlyTapsSwipesAndTypingNeedTheBuildTool()
-    {
-        ScreenDraft waits;
-        waits.operations = {OperationDraft::wait(1), OperationDraft::wait(2)};
-        QVERIFY(!AppModel::flowNeedsReplayEngine({waits, ScreenDraft{}}));
-        ScreenDraft typing;
-        typing.operations = {OperationDraft::type(QStringLiteral("x"))};
-        QVERIFY(AppModel::flowNeedsReplayEngine({waits, typing}));
-        // So a flow of waits passes the tool check without asking for the tool.
-        AppModel::ensureXCUITestReplayAvailableIfNeeded({waits});
-    }
 };
 
 VANTREL_TEST(ReplayStepsTest);

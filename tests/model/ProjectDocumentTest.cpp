@@ -179,12 +179,6 @@ private slots:
         QCOMPARE(p.manualScreens->first().id, screenID); // written back in upper case
     }
 
-    void notJsonIsExplained()
-    {
-        QVERIFY(decodeError("{\"appName\": ").startsWith("The data is not valid JSON"));
-        QVERIFY(decodeError("[1,2]").contains("expected a JSON object"));
-    }
-
     void identityTexts_data()
     {
         QTest::addColumn<OperationDraft>("operation");

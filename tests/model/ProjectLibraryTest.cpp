@@ -81,20 +81,6 @@ private slots:
         QVERIFY(!f.model->lastError);
     }
 
-    void equalDatesKeepListingOrderAndMissingIDsUseTheFileName()
-    {
-        Fixture f;
-        ScreenshotProject anonymous = document("X", "", 50);
-        anonymous.projectID.reset();
-        anonymous.appName = "Shop";
-        f.writeProject(anonymous, "m-anon.json");
-        f.writeProject(document("Z", "Second", 50), "z.json");
-        f.writeProject(document("K", "First", 50), "a.json");
-        f.model->refreshProjectLibrary();
-        QCOMPARE(f.libraryIDs(), (QStringList{"K", "m-anon", "Z"}));
-        QCOMPARE(f.item("m-anon")->title, QString("Shop"));
-    }
-
     void snapshotsListDamagedFilesAsArchivedProject()
     {
         Fixture f;
@@ -118,52 +104,6 @@ private slots:
         QCOMPARE(byFile["b.JSON"].title, QString("Shop"));
         QCOMPARE(byFile["c.json"].title, QString("Archived Project"));
         QCOMPARE(byFile["c.json"].subtitle, QString("0 languages, 0 checkpoints"));
-    }
-
-    void renameRefusesBlankNamesAndTrims_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("three blanks") << QString("   ");
-        QTest::newRow("line breaks and tabs") << QString("\n\t\r\n");
-        QTest::newRow("no-break space") << QString("\u00A0");
-        QTest::newRow("empty") << QString();
-    }
-
-    void renameRefusesBlankNamesAndTrims()
-    {
-        QFETCH(QString, name);
-        Fixture f;
-        f.model->loadSavedProject();
-        f.model->renameCurrentProject("Kept");
-        f.model->renameCurrentProject(name);
-        QCOMPARE(f.model->lastError, std::optional<QString>("Project name cannot be empty."));
-        QCOMPARE(f.model->project.projectName, std::optional<QString>("Kept"));
-
-        f.model->renameCurrentProject("  Travel App \n");
-        QVERIFY(!f.model->lastError);
-        const QString file = f.model->projectFileURL(*f.model->project.projectID);
-        QCOMPARE(ProjectCoding::decode(TestSupport::readFile(file)).projectName, std::optional<QString>("Travel App"));
-    }
-
-    void openMakesTheEntryCurrentAndReplacesTheLog()
-    {
-        Fixture f;
-        f.writeProject(document("B", "Beta", 100));
-        f.model->loadSavedProject();
-        const QString previous = *f.model->project.projectID;
-        f.model->appendLog("old line");
-
-        f.model->openProject(*f.item("B"));
-        QCOMPARE(f.model->project.projectID, std::optional<QString>("B"));
-        QCOMPARE(f.model->runLog, QString("Opened project: Beta\n"));
-        QCOMPARE(TestSupport::readFile(f.model->workspaceDirectory() + "/current-project-id.txt"), QByteArray("B"));
-        QVERIFY(f.item(previous)); // the one left behind is still in the library
-
-        ProjectLibraryItem missing = *f.item(previous);
-        QFile::remove(missing.url);
-        f.model->openProject(missing);
-        QCOMPARE(f.model->lastError, std::optional<QString>("Could not open project: Project file is missing."));
-        QCOMPARE(f.model->project.projectID, std::optional<QString>("B"));
     }
 
     // Only a folder strictly inside packageRoot/output belongs to the project.
@@ -235,45 +175,6 @@ private slots:
         QCOMPARE(f.model->project.projectID, std::optional<QString>(id));
     }
 
-    void snapshotIsPrettySortedAndRestoresAsNewProjects()
-    {
-        Fixture f;
-        f.model->loadSavedProject();
-        f.model->renameCurrentProject("My App!");
-        const QString originalID = *f.model->project.projectID;
-        const QString originalFile = f.model->projectFileURL(originalID);
-        const QByteArray originalBytes = TestSupport::readFile(originalFile);
-
-        const std::optional<QString> path = f.model->archiveProjectSnapshot();
-        QVERIFY(path);
-        const QString name = QFileInfo(*path).fileName();
-        QVERIFY(QRegularExpression("^project-snapshot-\\d{8}-\\d{6}-my-app\\.json$").match(name).hasMatch());
-        QVERIFY(f.model->runLog.endsWith("Archived project snapshot: " + name + "\n"));
-        QVERIFY(TestSupport::readFile(*path).contains("\n    \"appName\""));
-        QCOMPARE(f.model->projectSnapshots.size(), 1);
-
-        // A second snapshot in the same second does not overwrite the first.
-        const std::optional<QString> second = f.model->snapshotCurrentProject("project-snapshot");
-        QVERIFY(second && *second != *path && QFileInfo::exists(*path));
-
-        QStringList ids;
-        QStringList outputs;
-        ProjectSnapshotSummary snapshot;
-        snapshot.url = *path;
-        for (int i = 0; i < 2; ++i) {
-            f.model->restoreProjectSnapshot(snapshot);
-            QVERIFY(!f.model->lastError);
-            QCOMPARE(f.model->project.projectName, std::optional<QString>("My App!"));
-            QVERIFY(f.model->runLog.endsWith("Restored archived project: " + name + "\n"));
-            ids.append(*f.model->project.projectID);
-            outputs.append(f.model->project.outputDirectory);
-        }
-        QVERIFY(ids[0] != ids[1] && !ids.contains(originalID));
-        QVERIFY(outputs[0] != outputs[1]);
-        QCOMPARE(TestSupport::readFile(originalFile), originalBytes);
-        QCOMPARE(f.model->projectLibrary.size(), 3);
-    }
-
     void restoreOfADamagedSnapshotChangesNothing()
     {
         Fixture f;
@@ -284,15 +185,6 @@ private slots:
         f.model->restoreProjectSnapshot(snapshot);
         QVERIFY(f.model->lastError->startsWith("Could not restore project snapshot: "));
         QCOMPARE(f.model->project, before);
-    }
-
-    void duplicateRevealsTheNewSnapshot()
-    {
-        Fixture f;
-        f.model->loadSavedProject();
-        f.model->duplicateProjectSnapshot();
-        QCOMPARE(f.platform->revealed.size(), 1);
-        QCOMPARE(f.platform->revealed.first(), f.model->projectSnapshots.first().url);
     }
 
     void trashOrRemoveFallsBackToRemovalOnlyWithoutATrash()

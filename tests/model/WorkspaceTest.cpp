@@ -45,27 +45,6 @@ class WorkspaceTest : public QObject
     Q_OBJECT
 
 private slots:
-    void firstStartSavesABlankProject()
-    {
-        QTemporaryDir root;
-        auto model = makeModel(root.path());
-        model->loadSavedProject();
-        QVERIFY(!model->lastError);
-
-        const QString id = *model->project.projectID;
-        QVERIFY(QUuid::fromString(id) != QUuid() && id == id.toUpper());
-        const QString workspace = root.path() + "/.quillmark";
-        QCOMPARE(TestSupport::readFile(workspace + "/current-project-id.txt"), id.toUtf8());
-        const QJsonObject saved = QJsonDocument::fromJson(TestSupport::readFile(workspace + "/projects/" + id + ".json")).object();
-        QCOMPARE(saved.value("schemaVersion").toInt(), 2);
-        QCOMPARE(saved.value("languages").toVariant().toStringList(), QStringList{"en-US"});
-        QCOMPARE(saved.value("manualScreens").toArray().size(), 0);
-        QCOMPARE(saved.value("outputDirectory").toString(),
-                 root.path() + "/output/untitled-project-" + id.left(8).toLower());
-        QCOMPARE(TestSupport::readFile(workspace + "/project.json"), TestSupport::readFile(workspace + "/projects/" + id + ".json"));
-        QCOMPARE(model->projectLibrary.size(), 1);
-    }
-
     void loadOrder_data()
     {
         QTest::addColumn<QString>("identityFile"); // content, or "-" for no file
@@ -214,28 +193,6 @@ private slots:
         QCOMPARE(future.outputDirectory, QString("/keep"));
     }
 
-    void displayNames_data()
-    {
-        QTest::addColumn<std::optional<QString>>("projectName");
-        QTest::addColumn<QString>("appName");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("trimmed name") << std::optional<QString>("  Trips \n") << "Maps" << "Trips";
-        QTest::newRow("blank name falls to app") << std::optional<QString>("  ") << "Maps" << "Maps";
-        QTest::newRow("app name untrimmed") << std::optional<QString>() << " Maps " << " Maps ";
-        QTest::newRow("nothing") << std::optional<QString>() << "" << "Untitled Project";
-    }
-
-    void displayNames()
-    {
-        QFETCH(std::optional<QString>, projectName);
-        QFETCH(QString, appName);
-        QFETCH(QString, expected);
-        ScreenshotProject p;
-        p.projectName = projectName;
-        p.appName = appName;
-        QCOMPARE(AppModel::displayName(p), expected);
-    }
-
     void outputDirectoryChoice_data()
     {
         QTest::addColumn<QString>("current"); // "ROOT/" is replaced by the output root
@@ -263,20 +220,6 @@ private slots:
         model->ensureProjectIdentityAndOutputDirectory("My App!", prefer);
         QCOMPARE(model->project.outputDirectory,
                  kept ? current : model->outputRootDirectory() + "/my-app-abcdef12");
-    }
-
-    void blankProjectNames()
-    {
-        QTemporaryDir root;
-        auto model = makeModel(root.path());
-        model->configureBlankProject("  \n");
-        QCOMPARE(*model->project.projectName, QString("Untitled Project"));
-        QVERIFY(model->project.createdAt && model->project.updatedAt);
-        model->configureBlankProject(" Travel App ");
-        QCOMPARE(*model->project.projectName, QString("Travel App"));
-        QCOMPARE(model->project.outputDirectory,
-                 model->outputRootDirectory() + "/travel-app-" + model->project.projectID->left(8).toLower());
-        QVERIFY(QRegularExpression("^\\d{8}-\\d{6}$").match(AppModel::projectTimestamp()).hasMatch());
     }
 };
 

@@ -143,14 +143,6 @@ private slots:
             candidates.append({l.text, l.boundingBox});
         QCOMPARE(AutoScreenshotNamer::suggestName(candidates), std::optional<QString>("settings"));
     }
-
-    void tesseractOnAnEmptyImage()
-    {
-        QImage blank(300, 600, QImage::Format_RGB32);
-        blank.fill(Qt::white);
-        QVERIFY(TesseractTextRecognizer::recognize(blank).isEmpty());
-        QVERIFY(TesseractTextRecognizer::recognize(QImage()).isEmpty());
-    }
 };
 
 VANTREL_TEST(AutoScreenshotNamerTest);

@@ -88,8 +88,6 @@ struct Checkpoints : ModelFixture
     }
 };
 
-RecognizedTextLine line(const QString &text, QRectF box) { return {text, box}; }
-
 } // namespace
 
 class CheckpointsTest : public QObject
@@ -109,39 +107,6 @@ private slots:
         QCOMPARE(c.model->manualCaptureFilenamePreview("../../etc"), QStringLiteral("100-etc.png"));
         c.model->project.manualCaptureIndex = -4;
         QCOMPARE(c.model->nextManualCaptureIndex(), 1);
-    }
-
-    void captureIsNamedFromTheScreenText()
-    {
-        ScreenshotStandIn xcrun;
-        xcrun.setScreen(Qt::red);
-        Checkpoints c;
-        c.platform->recognizedLines = {line("9:41", {0.05, 0.96, 0.1, 0.02}),
-                                       line("Settings", {0.05, 0.82, 0.4, 0.05}),
-                                       line("Notifications", {0.05, 0.6, 0.5, 0.02})};
-        c.model->isRecordingFlow = true;
-        c.model->lastRecordedActionAt = ReferenceDate::now() - 5;
-        c.model->pendingOperations = {OperationDraft::tap(5, 6)};
-        c.model->captureManualScreenshot(QString());
-
-        QVERIFY2(!c.model->lastError, qPrintable(c.model->lastError.value_or("")));
-        QCOMPARE(c.files(), QStringList{"01-settings.png"});
-        QCOMPARE(QImage(c.manual("01-settings.png")).pixelColor(0, 0), QColor(Qt::red));
-        QCOMPARE(c.at(0).name, QStringLiteral("settings"));
-        QCOMPARE(c.at(0).filename, QStringLiteral("01-settings.png"));
-        QCOMPARE(c.model->project.screens.size(), 1);
-        // The wait due before the capture closes the checkpoint's navigation.
-        QCOMPARE(c.model->project.screens.first().operations,
-                 (QList<OperationDraft>{OperationDraft::tap(5, 6), OperationDraft::wait(5.0)}));
-        QVERIFY(c.model->pendingOperations.isEmpty());
-        QCOMPARE(c.model->project.manualCaptureIndex, 2);
-        QCOMPARE(c.model->lastManualCaptureURL, c.manual("01-settings.png"));
-
-        // Nothing readable on the next screen: the generic name.
-        c.platform->recognizedLines = {line("100%", {0.8, 0.96, 0.1, 0.02})};
-        c.model->pendingOperations = {OperationDraft::tap(7, 8)};
-        c.model->captureManualScreenshot(QString());
-        QCOMPARE(c.files(), (QStringList{"01-settings.png", "02-screen.png"}));
     }
 
     void failedScreenshotLeavesNothingBehind()

@@ -113,17 +113,6 @@ private slots:
         QCOMPARE(r.platform->accessibilityRequests, 0);
     }
 
-    void firstActionWaitsFromTheStart()
-    {
-        Recorder r;
-        r.startRecording(1000);
-        r.press(QPointF(150, 450), 1001.2);
-        r.release(QPointF(350, 50), 1001.26); // a drag corner to corner, held 0.06 s
-        QCOMPARE(r.pending(), (QStringList{"wait-1.3", "swipe-0-0-200-400-0.15"}));
-        QCOMPARE(*r.model->lastRecordedActionAt, 1001.26);
-        QCOMPARE(r.model->simulatorEventRecordingStatus, QStringLiteral("Recorded Swipe 0,0 to 200,400 in 0.15s"));
-    }
-
     void pressOffTheScreenCancelsThePendingPress_data()
     {
         QTest::addColumn<QPointF>("offScreen");
@@ -167,28 +156,6 @@ private slots:
             r.press(centre, 1000.1);
         r.release(centre, 1000.2);
         QVERIFY(r.pending().isEmpty());
-    }
-
-    void nextCheckpointNeedsNavigation()
-    {
-        Recorder r;
-        r.startRecording(1000);
-        QVERIFY(r.model->canSaveNextFlowCheckpoint()); // the first needs none
-        r.model->project.screens.append(ScreenDraft{.name = "home", .operations = {OperationDraft::tap(1, 2)}});
-        r.model->pendingOperations = {OperationDraft::wait(2.0)};
-        QVERIFY(!r.model->canSaveNextFlowCheckpoint());
-        r.model->appendRecordedOperation(OperationDraft::type("hi"), 1000.1);
-        QVERIFY(r.model->canSaveNextFlowCheckpoint());
-        QCOMPARE(r.model->recordedInputActionCount(), 2);
-    }
-
-    void typingOnlyBlanksDoesNothing()
-    {
-        Recorder r;
-        r.startRecording(1000);
-        r.model->addRecordedType(QStringLiteral("  \n\t "));
-        QVERIFY(r.pending().isEmpty());
-        QVERIFY(!r.model->lastError);
     }
 
     void replacingTheProjectEndsTheRecording()

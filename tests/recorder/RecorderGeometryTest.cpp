@@ -65,14 +65,6 @@ private slots:
         }
     }
 
-    void deviceSizeNeedsAPreview()
-    {
-        QCOMPARE(SimulatorScreenMapper::deviceSize({1179, 2556}, 3.0), std::optional(QSizeF(393, 852)));
-        QVERIFY(!SimulatorScreenMapper::deviceSize({0, 0}, 3.0));
-        QVERIFY(!SimulatorScreenMapper::deviceSize({1179, 0}, 3.0));
-        QVERIFY(!SimulatorScreenMapper::deviceSize({1179, 2556}, 0));
-    }
-
     void tapOrSwipe_data()
     {
         QTest::addColumn<QPointF>("release");
@@ -103,24 +95,6 @@ private slots:
         QCOMPARE(RecordedGesture::wholePoint(3.5), 4);
         QCOMPARE(RecordedGesture::wholePoint(-2.5), -3);
         QCOMPARE(RecordedGesture::wholePoint(2.49), 2);
-    }
-
-    void statusWording_data()
-    {
-        QTest::addColumn<OperationDraft>("operation");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("tap") << OperationDraft::tap(120, 640) << "Tap 120, 640";
-        QTest::newRow("swipe") << OperationDraft::swipe(10, 20, 30, 40, 0.15) << "Swipe 10,20 to 30,40 in 0.15s";
-        QTest::newRow("swipe whole seconds") << OperationDraft::swipe(1, 2, 3, 4, 2) << "Swipe 1,2 to 3,4 in 2.0s";
-        QTest::newRow("type keeps %1") << OperationDraft::type("50%1 off") << "Type \"50%1 off\"";
-        QTest::newRow("wait") << OperationDraft::wait(1.3) << "Wait 1.3s";
-    }
-
-    void statusWording()
-    {
-        QFETCH(OperationDraft, operation);
-        QFETCH(QString, expected);
-        QCOMPARE(OperationDescription::text(operation), expected);
     }
 };
 

@@ -57,26 +57,6 @@ private slots:
         QCOMPARE(child.output().standardError, QByteArray("oops\n"));
     }
 
-    void environmentIsExactlyTheGivenOne()
-    {
-        qputenv("VANTREL_CHILD_PROCESS_LEAK", "1");
-        const auto output = runShell(QStringLiteral("echo \"[$VANTREL_CHILD_PROCESS_LEAK]\""));
-        QCOMPARE(output.standardOutput, QByteArray("[]\n"));
-        QVERIFY(ChildProcess::currentEnvironment().contains(QStringLiteral("VANTREL_CHILD_PROCESS_LEAK")));
-        qunsetenv("VANTREL_CHILD_PROCESS_LEAK");
-    }
-
-    void missingCommandIsEnvsFailure()
-    {
-        const ChildProcess::Output output = [] {
-            ChildProcess child(QStringLiteral("vantrel-no-such-command"), {}, QDir::tempPath(), plainEnvironment());
-            child.waitForExit();
-            return child.output();
-        }();
-        QVERIFY(output.exitStatus != 0);
-        QVERIFY(output.standardError.contains("vantrel-no-such-command"));
-    }
-
     void missingWorkingDirectoryFailsToStart()
     {
         QVERIFY_THROWS_EXCEPTION(std::runtime_error,

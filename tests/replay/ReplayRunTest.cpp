@@ -120,17 +120,6 @@ private slots:
         QVERIFY(delivered.isEmpty());
     }
 
-    void withoutOutputDirectoryOrHandlerTheTestIsToldNeither()
-    {
-        TestSupport::writeFile(root() + QStringLiteral("/current-output-directory.txt"), "/earlier");
-        replay();
-        const QStringList environment = lines(TestSupport::readFile(logFile(QStringLiteral("xcodebuild.env"))));
-        QCOMPARE(environment.mid(2), (QStringList{QStringLiteral("OUTPUT=<unset>"), QStringLiteral("PROGRESS=<unset>"),
-                                                  QStringLiteral("RUNNER_OUTPUT=<unset>"),
-                                                  QStringLiteral("RUNNER_PROGRESS=<unset>")}));
-        QVERIFY(!QFileInfo::exists(root() + QStringLiteral("/current-output-directory.txt")));
-    }
-
     void cancelEndsARunningBuildWithTheCommandError()
     {
         XCUITestReplay::cancelActiveRuns(); // nothing running: nothing happens

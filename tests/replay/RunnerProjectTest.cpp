@@ -70,21 +70,6 @@ private slots:
                  QStringList{QStringLiteral("AutomationUITests.swift")});
     }
 
-    void unwritableRootThrowsTheFileSystemError()
-    {
-        QTemporaryDir workspace;
-        const QString blocker = TestSupport::writeFile(workspace.filePath(QStringLiteral("file")), "x");
-        try {
-            XCUITestReplay::writeRunnerProject(blocker + QStringLiteral("/XCUITestReplayRunner"), QStringLiteral("b"),
-                                               oneScreenshot);
-            QFAIL("expected a file-system error");
-        } catch (const XCTestReplayError &) {
-            QFAIL("a file-system error must not be wrapped");
-        } catch (const std::exception &error) {
-            QVERIFY(QString::fromLocal8Bit(error.what()).contains(QLatin1String("file")));
-        }
-    }
-
     void schemeIsWellFormedAndNamesTheTwoTargets()
     {
         QTemporaryDir workspace;

@@ -161,26 +161,7 @@ private slots:
         QCoreApplication::processEvents();
         QCOMPARE(xcrun.calls().size(), 1); // nothing follows a quiet attach
     }
-
-    void activeDeviceNeedsExactlyOneBooted()
-    {
-        XcrunStandIn xcrun;
-        xcrun.respond("list", deviceList({bootedPhone, bootedPad}));
-        auto model = makeModel();
-        QCOMPARE(model->activeDeviceID(), std::nullopt);
-        QVERIFY(!model->lastError);
-        QVERIFY(model->project.devices.isEmpty());
-    }
-
-    void activeDeviceTrustsTheStoredOne()
-    {
-        XcrunStandIn xcrun;
-        auto model = makeModel();
-        model->project.devices = {"SHUT-DOWN-LONG-AGO"};
-        QCOMPARE(model->activeDeviceID(), std::optional<QString>("SHUT-DOWN-LONG-AGO"));
-        QVERIFY(xcrun.calls().isEmpty());
-    }
-
+    // Only the first stored device may go by the attached name.
     void displayNameForDeviceID()
     {
         XcrunStandIn xcrun;

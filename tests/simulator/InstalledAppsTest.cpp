@@ -58,27 +58,6 @@ private slots:
             QSKIP("a real xcrun comes first on the runner's search path here");
     }
 
-    void detectionNeedsADevice()
-    {
-        XcrunStandIn xcrun;
-        xcrun.respond("list", "{\"devices\": {}}");
-        AppModel model(root.path(), std::make_unique<ScriptedPlatformServices>());
-        model.refreshInstalledApps();
-        QCOMPARE(*model.lastError, QString("Attach to a booted simulator before detecting apps."));
-    }
-
-    void detectionFailure()
-    {
-        XcrunStandIn xcrun;
-        xcrun.respond("listapps", "", 149, "Invalid device: PHONE\n");
-        auto model = attachedModel();
-        model->installedApps = {{"Old", "old.app"}};
-        model->refreshInstalledApps();
-        QCOMPARE(*model->lastError, QString("Could not list installed apps: Command failed: xcrun simctl listapps "
-                                            "PHONE\nInvalid device: PHONE\n"));
-        QCOMPARE(model->installedApps.size(), 1);
-    }
-
     void theOnlyUserAppIsSelected()
     {
         XcrunStandIn xcrun;
@@ -145,30 +124,6 @@ private slots:
              "(pt-BR)", "-AppleLocale", "pt_BR", "-UITests", "YES"},
         };
         QCOMPARE(xcrun.calls(), expected);
-    }
-
-    void launchFailures()
-    {
-        XcrunStandIn xcrun;
-        auto model = attachedModel();
-        QCOMPARE(errorOf([&] { model->launchRecordedApp("PHONE", "en-US"); }),
-                 QString("Select the installed app before generating screenshots."));
-        QVERIFY(xcrun.calls().isEmpty());
-
-        model->project.bundleId = "com.example.demo";
-        xcrun.respond("get_app_container", "", 2, "No such app\n");
-        QCOMPARE(errorOf([&] { model->ensureRecordedAppInstalled("PHONE"); }),
-                 QString("com.example.demo is not installed on iPhone 15.\nInstall or open the app on that Simulator "
-                         "first, then click Project > Attach Simulator and Detect. Recorded checkpoints are still saved."));
-
-        model->project.appName = "Demo";
-        xcrun.respond("get_app_container", "/containers/Demo.app\n");
-        xcrun.respond("launch", "", 1, "crashed\n");
-        QCOMPARE(errorOf([&] { model->launchRecordedApp("UNKNOWN-UDID", "ja"); }),
-                 "Demo is installed on UNKNOWN-UDID, but Simulator could not launch it for " + LanguageCatalog::label("ja")
-                     + ".\nOpen the app manually once in Simulator. If it closes immediately, the app is crashing for "
-                       "that locale. Raw launch error: Command failed: xcrun simctl launch --terminate-running-process "
-                       "UNKNOWN-UDID com.example.demo -AppleLanguages (ja) -AppleLocale ja\ncrashed\n");
     }
 
     void statusBar()

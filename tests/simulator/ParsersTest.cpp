@@ -30,12 +30,6 @@ private slots:
         QCOMPARE(devices, expected);
     }
 
-    void runtimeText()
-    {
-        QCOMPARE(SimctlDeviceList::runtimeText("com.apple.CoreSimulator.SimRuntime.iOS-17-5"), QString("iOS 17 5"));
-        QCOMPARE(SimctlDeviceList::runtimeText("custom.iOS-1-2-3"), QString("custom.iOS 1 2 3"));
-    }
-
     void badDeviceLists_data()
     {
         QTest::addColumn<QByteArray>("json");

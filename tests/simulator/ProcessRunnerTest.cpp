@@ -10,11 +10,10 @@
 #include "simulator/ProcessRunner.h"
 
 #include <QElapsedTimer>
-#include <QTimer>
-#include <csignal>
-
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
+#include <csignal>
 
 namespace {
 
@@ -68,16 +67,6 @@ private slots:
         QCOMPARE(result.standardOutput, expected);
     }
 
-    void otherVariablesAndDirectoryReachTheChild()
-    {
-        QTemporaryDir dir;
-        qputenv("VANTREL_RUNNER_MARK", "a b=c");
-        const ProcessRunner::Result result =
-            ProcessRunner::run("sh", {"-c", "printf '%s|%s' \"$VANTREL_RUNNER_MARK\" \"$(pwd -P)\""}, dir.path());
-        qunsetenv("VANTREL_RUNNER_MARK");
-        QCOMPARE(result.standardOutput, "a b=c|" + QDir(dir.path()).canonicalPath());
-    }
-
     void failures_data()
     {
         QTest::addColumn<QString>("command");
@@ -102,33 +91,11 @@ private slots:
         QCOMPARE(failureText(command, arguments), message);
     }
 
-    void missingCommandCarriesTheComplaint()
-    {
-        const QString text = failureText("vantrel-no-such-tool", {"list", "--json"});
-        QVERIFY2(text.startsWith("Command failed: vantrel-no-such-tool list --json\n"), qPrintable(text));
-        QVERIFY2(text.contains("vantrel-no-such-tool") && text.contains("No such file"), qPrintable(text));
-    }
-
-    void successKeepsWarnings()
-    {
-        const ProcessRunner::Result result = shell("echo warning >&2; echo ok");
-        QCOMPARE(result.standardOutput, QString("ok\n"));
-        QCOMPARE(result.standardError, QString("warning\n"));
-    }
-
     void invalidUtf8ReadsAsEmpty()
     {
         const ProcessRunner::Result result = shell("printf 'ok\\377\\376'; printf 'caf\\303\\251' >&2");
         QCOMPARE(result.standardOutput, QString());
         QCOMPARE(result.standardError, QString("caf\u00e9"));
-    }
-
-    // A long device list must not stall the runner on a full pipe.
-    void outputLargerThanAPipe()
-    {
-        const ProcessRunner::Result result = shell("head -c 300000 /dev/zero | tr '\\0' x; head -c 100000 /dev/zero >&2");
-        QCOMPARE(result.standardOutput.size(), 300000);
-        QCOMPARE(result.standardError.size(), 100000);
     }
 
     void offMainRunsInThePackageRoot()
