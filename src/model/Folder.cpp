@@ -13,12 +13,11 @@ void ensure(const QString &path)
     // QDir::mkpath only says that it failed; the user needs to know why.
     std::error_code error;
     const std::filesystem::path folder(QFile::encodeName(path).toStdString());
+    // An existing folder is no error; a file in its place is one.
     std::filesystem::create_directories(folder, error);
-    if (!error && std::filesystem::is_directory(folder, error))
-        return;
-    const QString reason = error ? QString::fromLocal8Bit(error.message().c_str())
-                                 : QStringLiteral("a file of that name is in the way");
-    throw AppError(QStringLiteral("Could not create the folder %1: %2").arg(path, reason));
+    if (error)
+        throw AppError(QStringLiteral("Could not create the folder %1: %2")
+                           .arg(path, QString::fromLocal8Bit(error.message().c_str())));
 }
 
 } // namespace Folder
