@@ -5,9 +5,14 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-DEBIAN_PACKAGES=(qt6-base-dev libplist-dev libtesseract-dev tesseract-ocr-eng
-                 fonts-dejavu-core cmake ninja-build g++ pkg-config)
-BREW_PACKAGES=(qt libplist tesseract cmake ninja pkg-config)
+# Build: Qt (with its xcb platform for windows on X11), libplist, Tesseract,
+# yaml-cpp, xcb with XInput for the click monitor. Tests: Xvfb, xdotool and
+# ImageMagick drive and photograph real windows. ccache speeds up rebuilds.
+DEBIAN_PACKAGES=(qt6-base-dev qt6-qpa-plugins libplist-dev libtesseract-dev tesseract-ocr-eng
+                 fonts-dejavu-core cmake ninja-build g++ pkg-config ccache
+                 libyaml-cpp-dev libxcb1-dev libxcb-xinput-dev
+                 xvfb xdotool imagemagick)
+BREW_PACKAGES=(qt libplist tesseract yaml-cpp cmake ninja pkg-config ccache)
 
 install_debian() {
     local missing=()

@@ -1,6 +1,7 @@
 // The customer guide ships as a resource: inside the bundle on a Mac,
 // installed to share/vantrel elsewhere, and copied beside the binaries of
-// a build so that development builds find it too.
+// a build so that development builds find it too. Every place is found
+// from the running executable, so an installed tree still works when moved.
 
 #include "CustomerGuide.h"
 
@@ -18,9 +19,7 @@ QStringList searchFolders(const QString &executableDir)
     QStringList folders{
         dir.absoluteFilePath(QStringLiteral("../Resources")),      // Vantrel.app/Contents/MacOS
         dir.absoluteFilePath(QStringLiteral("../share/vantrel")),  // prefix/bin
-        QStringLiteral(VANTREL_SHARE_DIR),
-        dir.absolutePath(),
-        QStringLiteral(VANTREL_SOURCE_DIR "/resources"),
+        dir.absolutePath(),                                        // a build tree
     };
     for (QString &folder : folders)
         folder = QDir::cleanPath(folder);
