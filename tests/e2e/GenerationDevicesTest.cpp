@@ -7,7 +7,6 @@
 #include "TestSupport.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -20,16 +19,6 @@ namespace {
 
 const QString iPhone = QStringLiteral("iPhone-15-Pro");
 const QString iPad = QStringLiteral("iPad-Air-11-inch-M2");
-
-QStringList pngsUnder(const QString &folder)
-{
-    QStringList found;
-    QDirIterator it(folder, {"*.png"}, QDir::Files, QDirIterator::Subdirectories);
-    while (it.hasNext())
-        found.append(QDir(folder).relativeFilePath(it.next()));
-    found.sort();
-    return found;
-}
 
 // A world whose project has the demo app, en-US and de-DE, and a flow of
 // one checkpoint on the first screen, recorded on the iPhone.
