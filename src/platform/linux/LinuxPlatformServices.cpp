@@ -111,7 +111,7 @@ private:
         return m_desktop.get();
     }
 
-    void deliver(MouseEventType type, const MouseHandler &handler);
+    void deliver(MouseEventType type, const QPoint &at, const MouseHandler &handler);
 
     bool m_triedDesktop = false;
     std::unique_ptr<X11Desktop> m_desktop;
@@ -138,7 +138,7 @@ bool LinuxPlatformServices::startMouseMonitor(MouseHandler handler)
     if (!desktop())
         return false;
     m_monitor.reset(X11ClickMonitor::start(
-                        [this, handler](MouseEventType type) { deliver(type, handler); },
+                        [this, handler](MouseEventType type, const QPoint &at) { deliver(type, at, handler); },
                         [this] {
                             stopMouseMonitor();
                             if (m_endHandler)
@@ -148,19 +148,17 @@ bool LinuxPlatformServices::startMouseMonitor(MouseHandler handler)
     return m_monitor != nullptr;
 }
 
-// The pointer is read as the event is handled, as the desktop reports it to
-// every monitor; a click on one of this process's windows is not the user's
-// work in another application and is dropped here, as a Mac never reports it.
-void LinuxPlatformServices::deliver(MouseEventType type, const MouseHandler &handler)
+// A click on one of this process's windows is not the user's work in
+// another application: it is dropped here, as a Mac never reports it.
+void LinuxPlatformServices::deliver(MouseEventType type, const QPoint &at, const MouseHandler &handler)
 {
     X11Desktop *x = desktop();
-    const std::optional<QPoint> pointer = x ? x->pointer() : std::nullopt;
-    if (!pointer)
+    if (!x || !x->isConnected())
         return;
     const QList<X11TopLevel> windows = X11DesktopRules::visibleFrontToBack(x->topLevels());
-    if (X11DesktopRules::isOverOwnWindow(*pointer, windows, quint32(::getpid()), ownWindowIds()))
+    if (X11DesktopRules::isOverOwnWindow(at, windows, quint32(::getpid()), ownWindowIds()))
         return;
-    handler({type, X11DesktopRules::toBottomLeft(QPointF(*pointer), x->screenSize().height())});
+    handler({type, X11DesktopRules::toBottomLeft(QPointF(at), x->screenSize().height())});
 }
 
 std::optional<QString> LinuxPlatformServices::mouseMonitorProblem()

@@ -5,10 +5,13 @@
 #include <xcb/xcb.h>
 #include <xcb/xinput.h>
 
-#include <QList>
-#include <QPointer>
-#include <QTimer>
+#include <cerrno>
 #include <cstdlib>
+#include <fcntl.h>
+#include <optional>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 namespace {
 
@@ -31,9 +34,24 @@ bool selectRawButtons(xcb_connection_t *connection, xcb_window_t root)
     return error == nullptr;
 }
 
+std::optional<MouseEventType> leftButtonEvent(const xcb_generic_event_t *event, quint8 opcode)
+{
+    if ((event->response_type & 0x7f) != XCB_GE_GENERIC)
+        return std::nullopt;
+    const auto *generic = reinterpret_cast<const xcb_ge_generic_event_t *>(event);
+    const auto *raw = reinterpret_cast<const xcb_input_raw_button_press_event_t *>(event);
+    if (generic->extension != opcode || raw->detail != leftButton)
+        return std::nullopt;
+    if (generic->event_type == XCB_INPUT_RAW_BUTTON_PRESS)
+        return MouseEventType::leftMouseDown;
+    if (generic->event_type == XCB_INPUT_RAW_BUTTON_RELEASE)
+        return MouseEventType::leftMouseUp;
+    return std::nullopt;
+}
+
 } // namespace
 
-std::unique_ptr<X11ClickMonitor> X11ClickMonitor::start(ButtonHandler onButton, LostHandler onLost)
+std::unique_ptr<X11ClickMonitor> X11ClickMonitor::start(EventHandler onEvent, LostHandler onLost)
 {
     quint32 root = 0;
     xcb_connection_t *connection = X11Connection::open(&root);
@@ -45,62 +63,79 @@ std::unique_ptr<X11ClickMonitor> X11ClickMonitor::start(ButtonHandler onButton, 
     }
     xcb_flush(connection);
     const quint8 opcode = xcb_get_extension_data(connection, &xcb_input_id)->major_opcode;
-    return std::unique_ptr<X11ClickMonitor>(new X11ClickMonitor(connection, opcode, std::move(onButton), std::move(onLost)));
+    return std::unique_ptr<X11ClickMonitor>(
+        new X11ClickMonitor(connection, root, opcode, std::move(onEvent), std::move(onLost)));
 }
 
-X11ClickMonitor::X11ClickMonitor(xcb_connection_t *connection, quint8 opcode, ButtonHandler onButton, LostHandler onLost)
-    : m_connection(connection), m_opcode(opcode), m_onButton(std::move(onButton)), m_onLost(std::move(onLost))
+X11ClickMonitor::X11ClickMonitor(xcb_connection_t *connection, quint32 root, quint8 opcode, EventHandler onEvent,
+                                 LostHandler onLost)
+    : m_connection(connection), m_root(root), m_opcode(opcode), m_onEvent(std::move(onEvent)),
+      m_onLost(std::move(onLost))
 {
-    m_notifier = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(connection), QSocketNotifier::Read);
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] { readEvents(); });
-    // Events may have arrived with the set-up replies, before the notifier.
-    QTimer::singleShot(0, this, [this] { readEvents(); });
+    if (::pipe2(m_wake, O_CLOEXEC) != 0)
+        m_wake[0] = m_wake[1] = -1; // the reader then ends with the connection only
+    m_reader = std::thread([this] { readUntilStopped(); });
 }
 
 X11ClickMonitor::~X11ClickMonitor()
 {
-    m_notifier.reset();
+    const char byte = 1;
+    if (m_wake[1] < 0 || ::write(m_wake[1], &byte, 1) != 1)
+        ::shutdown(xcb_get_file_descriptor(m_connection), SHUT_RDWR); // ends the reader's wait too
+    m_reader.join();
+    for (const int fd : m_wake)
+        if (fd >= 0)
+            ::close(fd);
     xcb_disconnect(m_connection);
 }
 
 void X11ClickMonitor::stop()
 {
-    m_onButton = nullptr;
+    m_onEvent = nullptr;
     m_onLost = nullptr;
-    if (m_notifier)
-        m_notifier->setEnabled(false);
 }
 
-void X11ClickMonitor::readEvents()
+// The reader thread: only this thread uses the connection.
+void X11ClickMonitor::readUntilStopped()
 {
-    // Everything already sent first, then the handlers: a handler may run
-    // an event loop of its own or stop this monitor.
-    QList<MouseEventType> buttons;
-    while (xcb_generic_event_t *event = xcb_poll_for_event(m_connection)) {
-        if ((event->response_type & 0x7f) == XCB_GE_GENERIC) {
-            const auto *generic = reinterpret_cast<const xcb_ge_generic_event_t *>(event);
-            const auto *raw = reinterpret_cast<const xcb_input_raw_button_press_event_t *>(event);
-            if (generic->extension == m_opcode && raw->detail == leftButton) {
-                if (generic->event_type == XCB_INPUT_RAW_BUTTON_PRESS)
-                    buttons.append(MouseEventType::leftMouseDown);
-                else if (generic->event_type == XCB_INPUT_RAW_BUTTON_RELEASE)
-                    buttons.append(MouseEventType::leftMouseUp);
-            }
-        }
-        std::free(event);
-    }
-    const bool lost = xcb_connection_has_error(m_connection) != 0;
-    if (lost && m_notifier)
-        m_notifier->setEnabled(false); // a closed socket stays readable
-    QPointer<X11ClickMonitor> alive(this);
-    for (const MouseEventType type : buttons) {
-        if (!alive || !m_onButton)
+    const int fd = xcb_get_file_descriptor(m_connection);
+    for (;;) {
+        readPending();
+        if (xcb_connection_has_error(m_connection)) {
+            QMetaObject::invokeMethod(this, [this] {
+                if (!m_onLost)
+                    return;
+                const LostHandler onLost = m_onLost;
+                stop();
+                onLost();
+            }, Qt::QueuedConnection);
             return;
-        m_onButton(type);
+        }
+        pollfd waits[2] = {{fd, POLLIN, 0}, {m_wake[0], POLLIN, 0}};
+        if (::poll(waits, m_wake[0] >= 0 ? 2 : 1, -1) < 0 && errno != EINTR)
+            return;
+        if (waits[1].revents != 0)
+            return; // stopping
     }
-    if (alive && lost && m_onLost) {
-        const LostHandler onLost = m_onLost;
-        stop();
-        onLost();
+}
+
+void X11ClickMonitor::readPending()
+{
+    while (xcb_generic_event_t *event = xcb_poll_for_event(m_connection)) {
+        const std::optional<MouseEventType> type = leftButtonEvent(event, m_opcode);
+        std::free(event);
+        if (!type)
+            continue;
+        xcb_query_pointer_reply_t *pointer =
+            xcb_query_pointer_reply(m_connection, xcb_query_pointer(m_connection, m_root), nullptr);
+        if (pointer && pointer->same_screen) {
+            const QPoint at(pointer->root_x, pointer->root_y);
+            const MouseEventType button = *type;
+            QMetaObject::invokeMethod(this, [this, button, at] {
+                if (m_onEvent)
+                    m_onEvent(button, at);
+            }, Qt::QueuedConnection);
+        }
+        std::free(pointer);
     }
 }
