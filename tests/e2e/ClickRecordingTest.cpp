@@ -348,6 +348,9 @@ private slots:
         QCOMPARE(windows.size(), 1);
         QCOMPARE(world.devicesim(open, display.environment()).status, 0);
         QCOMPARE(display.waitForWindows("Simulator"), windows);
+        const Run another = world.devicesim({"window"}, display.environment());
+        QCOMPARE(another.status, 1);
+        QVERIFY2(another.err.contains("the Simulator window is open already"), qPrintable(another.err));
 
         const qint64 pid = display.xdotool({"getwindowpid", windows.first()}).out.trimmed().toLongLong();
         QVERIFY(pid > 0);
