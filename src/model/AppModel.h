@@ -229,6 +229,9 @@ public:
                                   const QString &failurePrefix);
     void startSimulatorEventMonitoring();
     void stopSimulatorEventMonitoring();
+    // The desktop's monitor ended by itself (its display went away): the
+    // recording stops and lastError says why.
+    void handleSimulatorEventMonitorEnded(const QString &reason);
     // `event.location` is the pointer position when the event happened.
     void handleSimulatorMouseEvent(const DesktopMouseEvent &event, ReferenceSeconds now = ReferenceDate::now());
     std::optional<OperationDraft> recordedDelayOperation(ReferenceSeconds actionDate) const;

@@ -37,6 +37,7 @@ QProcessEnvironment DeviceWorld::environment(const QHash<QString, QString> &extr
     env.insert(QStringLiteral("DEVICESIM_TIME_SCALE"), QStringLiteral("0"));
     env.remove(QStringLiteral("QUILLMARK_OUTPUT_DIR"));
     env.remove(QStringLiteral("QUILLMARK_PROGRESS_FILE"));
+    env.remove(QStringLiteral("DISPLAY"));
     for (auto it = extra.begin(); it != extra.end(); ++it)
         env.insert(it.key(), it.value());
     return env;
@@ -76,9 +77,9 @@ void DeviceWorld::startVantrel(QProcess &process, const QStringList &arguments) 
     process.start(TestSupport::vantrelBinary(), arguments);
 }
 
-Run DeviceWorld::devicesim(const QStringList &arguments) const
+Run DeviceWorld::devicesim(const QStringList &arguments, const QHash<QString, QString> &extra) const
 {
-    return run(TestSupport::devicesimBinary(), arguments, {});
+    return run(TestSupport::devicesimBinary(), arguments, extra);
 }
 
 Run DeviceWorld::xcrun(const QStringList &arguments) const

@@ -40,6 +40,8 @@ public:
     QString scratch() const { return m_dir.filePath(QStringLiteral("scratch")); }
 
     // The environment every program of this world runs in; `extra` wins.
+    // It has no DISPLAY unless `extra` gives one: no window of a test
+    // opens on the desktop of whoever runs the tests.
     QProcessEnvironment environment(const QHash<QString, QString> &extra = {}) const;
 
     Run vantrel(const QStringList &arguments, const QHash<QString, QString> &extra = {}) const;
@@ -48,7 +50,7 @@ public:
     // Starts vantrel without waiting (for long runs that a test cancels).
     void startVantrel(QProcess &process, const QStringList &arguments) const;
     // Set-up and inspection of the stand-in: devicesim device add, fault set, state...
-    Run devicesim(const QStringList &arguments) const;
+    Run devicesim(const QStringList &arguments, const QHash<QString, QString> &extra = {}) const;
     // The stand-in answering as xcrun, as the product would call it.
     Run xcrun(const QStringList &arguments) const;
 

@@ -139,6 +139,8 @@ std::optional<QString> type(AppSession &session, const QString &text)
             break;
         if (ch == QLatin1Char('\n'))
             session.searchFocused = false;
+        else if (ch == QChar(0x08)) // the delete key
+            session.searchText.chop(1);
         else
             session.searchText.append(ch);
     }
