@@ -88,6 +88,11 @@ int main(int argc, char **argv)
     AppModel model(root);
     CommandContext context{model, arguments, out, err};
 
+    if (!command->usesProject) {
+        const int status = command->run(context);
+        out.flush();
+        return status;
+    }
     model.loadSavedProject();
     if (model.lastError) {
         err << *model.lastError << "\n";
