@@ -42,12 +42,12 @@ public:
         std::function<void(const YAML::Node &key, const YAML::Node &value)> read;
     };
 
-    // A problem at `node`, or at `fallback` when the node has no place (an
-    // empty value has none in some forms).
+    // A problem at `node`, or at `fallback` (its key) when the node is an
+    // empty value: that stands where the next token does, often a line below.
     void problem(const YAML::Node &node, const QString &message, const YAML::Node &fallback = YAML::Node())
     {
         ConfigPosition position = positionOf(node.Mark());
-        if (position.line == 0 && fallback.IsDefined())
+        if ((position.line == 0 || node.IsNull()) && fallback.IsDefined())
             position = positionOf(fallback.Mark());
         problems.append({position, message});
     }
