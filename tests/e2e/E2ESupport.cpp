@@ -3,6 +3,7 @@
 #include "TestSupport.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QJsonDocument>
 
@@ -83,6 +84,28 @@ QJsonObject DeviceWorld::savedProject() const
 QJsonObject DeviceWorld::standInState() const
 {
     return QJsonDocument::fromJson(devicesim({QStringLiteral("state")}).out.toUtf8()).object();
+}
+
+QStringList DeviceWorld::runningBuilds() const
+{
+    QProcess ps;
+    ps.start(QStringLiteral("ps"), {QStringLiteral("-eo"), QStringLiteral("pid=,args=")});
+    ps.waitForFinished();
+    QStringList builds;
+    for (const QString &line : QString::fromUtf8(ps.readAllStandardOutput()).split(QLatin1Char('\n')))
+        if (line.contains(QLatin1String("xcodebuild")) && line.contains(root()))
+            builds.append(line.trimmed());
+    return builds;
+}
+
+QStringList pngsUnder(const QString &folder)
+{
+    QStringList found;
+    QDirIterator it(folder, {QStringLiteral("*.png")}, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext())
+        found.append(QDir(folder).relativeFilePath(it.next()));
+    found.sort();
+    return found;
 }
 
 } // namespace E2E

@@ -53,6 +53,8 @@ public:
     QJsonObject savedProject() const;
     // The stand-in's state (devicesim state).
     QJsonObject standInState() const;
+    // Build processes (xcodebuild) of this world that are still alive.
+    QStringList runningBuilds() const;
 
 private:
     Run run(const QString &program, const QStringList &arguments, const QHash<QString, QString> &extra,
@@ -60,5 +62,8 @@ private:
 
     QTemporaryDir m_dir;
 };
+
+// The PNG files under `folder`, as relative paths, sorted.
+QStringList pngsUnder(const QString &folder);
 
 } // namespace E2E
