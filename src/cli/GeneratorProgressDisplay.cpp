@@ -2,6 +2,12 @@
 
 #include "GenerateProgressDisplay.h"
 
+namespace {
+
+constexpr qsizetype maximumLabelLength = 36;
+
+} // namespace
+
 GeneratorProgressDisplay::GeneratorProgressDisplay(QTextStream &out, bool live, qint64 total)
     : m_out(out), m_live(live), m_total(total)
 {
@@ -49,7 +55,10 @@ void GeneratorProgressDisplay::screenshot(qint64 number, const QString &language
         m_out.flush();
         return;
     }
+    // Short enough that the bar stays on one line of a usual terminal.
     m_last = language + QStringLiteral(" / ") + deviceName + QStringLiteral(" / ") + fileName;
+    if (m_last.size() > maximumLabelLength)
+        m_last = m_last.left(maximumLabelLength - 1) + QChar(0x2026);
     clearBar();
     drawBar();
 }

@@ -108,7 +108,7 @@ int runGenerator(CommandContext &c)
     const GeneratorRun::Result result = runWithProgress(run, cancelled, mainThread);
     display.finish();
     if (result.ending == GeneratorRun::Ending::failed)
-        c.err << "Generation failed. " << result.failure << "\n";
+        c.err << result.failure << "\n";
     else if (result.ending == GeneratorRun::Ending::cancelled)
         c.err << "Generation cancelled.\n";
     c.err.flush();
