@@ -122,7 +122,7 @@ void AppModel::writeCurrentProjectID()
                       project.projectID->toUtf8());
 }
 
-void AppModel::loadSavedProject()
+bool AppModel::loadSavedProject()
 {
     assertMainThread();
     // The library is read once per load: by the save that ends a load, or
@@ -143,10 +143,13 @@ void AppModel::loadSavedProject()
         if (!libraryListed)
             refreshProjectLibrary();
         setLastError(QStringLiteral("Could not load saved project: ") + error.message());
-        return;
+        return false;
     }
+    // A save that fails here leaves the loaded project current: it is the
+    // user's own, only it could not be written back (lastError says why).
     if (!saveProject() && !libraryListed)
         refreshProjectLibrary();
+    return true;
 }
 
 void AppModel::ensureProjectIdentityAndOutputDirectory(const QString &name, bool preferAppSpecificOutput)

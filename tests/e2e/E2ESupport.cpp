@@ -9,6 +9,16 @@
 
 namespace E2E {
 
+QStringList pngsUnder(const QString &folder)
+{
+    QStringList found;
+    QDirIterator it(folder, {QStringLiteral("*.png")}, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext())
+        found.append(QDir(folder).relativeFilePath(it.next()));
+    found.sort();
+    return found;
+}
+
 DeviceWorld::DeviceWorld()
 {
     QDir().mkpath(root());
@@ -96,16 +106,6 @@ QStringList DeviceWorld::runningBuilds() const
         if (line.contains(QLatin1String("xcodebuild")) && line.contains(root()))
             builds.append(line.trimmed());
     return builds;
-}
-
-QStringList pngsUnder(const QString &folder)
-{
-    QStringList found;
-    QDirIterator it(folder, {QStringLiteral("*.png")}, QDir::Files, QDirIterator::Subdirectories);
-    while (it.hasNext())
-        found.append(QDir(folder).relativeFilePath(it.next()));
-    found.sort();
-    return found;
 }
 
 } // namespace E2E

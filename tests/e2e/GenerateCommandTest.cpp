@@ -157,6 +157,8 @@ private slots:
         QVERIFY(out.contains("Cancel requested.\nGeneration cancelled.\n"));
         QVERIFY(out.endsWith("\nGeneration cancelled\n0 of 12 screenshots completed.\n"));
         QVERIFY(m_world->runningBuilds().isEmpty());
+        // The device has its own status bar back: no override is left.
+        QVERIFY(m_world->xcrun({"simctl", "status_bar", iPhoneUdid, "list"}).out.endsWith("=\n"));
     }
 
     void buildToolMissingStopsAFlowWithTaps()
