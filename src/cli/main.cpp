@@ -94,6 +94,11 @@ int main(int argc, char **argv)
     AppModel model(root);
     CommandContext context{model, arguments, out, err};
 
+    if (!command->usesProject) {
+        const int status = command->run(context);
+        out.flush();
+        return status;
+    }
     const bool loaded = model.loadSavedProject();
     if (loaded && model.lastError) {
         // The project loaded but could not be written back (a read-only

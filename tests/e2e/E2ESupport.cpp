@@ -97,4 +97,16 @@ QJsonObject DeviceWorld::standInState() const
     return QJsonDocument::fromJson(devicesim({QStringLiteral("state")}).out.toUtf8()).object();
 }
 
+QStringList DeviceWorld::runningBuilds() const
+{
+    QProcess ps;
+    ps.start(QStringLiteral("ps"), {QStringLiteral("-eo"), QStringLiteral("pid=,args=")});
+    ps.waitForFinished();
+    QStringList builds;
+    for (const QString &line : QString::fromUtf8(ps.readAllStandardOutput()).split(QLatin1Char('\n')))
+        if (line.contains(QLatin1String("xcodebuild")) && line.contains(root()))
+            builds.append(line.trimmed());
+    return builds;
+}
+
 } // namespace E2E

@@ -58,6 +58,8 @@ public:
     QJsonObject savedProject() const;
     // The stand-in's state (devicesim state).
     QJsonObject standInState() const;
+    // Build processes (xcodebuild) of this world that are still alive.
+    QStringList runningBuilds() const;
 
 private:
     Run run(const QString &program, const QStringList &arguments, const QHash<QString, QString> &extra,

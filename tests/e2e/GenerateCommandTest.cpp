@@ -25,19 +25,6 @@ const QStringList screenshots{QStringLiteral("01-trips.png"), QStringLiteral("02
 const QByteArray tabFlow = "checkpoint trips\ntap 147 790\ncheckpoint explore\ntap 245 790\ncheckpoint saved\n"
                            "tap 343 790\ncheckpoint settings\nstop\n";
 
-// Build processes of this world that are still alive.
-QStringList buildsOf(const DeviceWorld &world)
-{
-    QProcess ps;
-    ps.start("ps", {"-eo", "pid=,args="});
-    ps.waitForFinished();
-    QStringList builds;
-    for (const QString &line : QString::fromUtf8(ps.readAllStandardOutput()).split('\n'))
-        if (line.contains("xcodebuild") && line.contains(world.root()))
-            builds.append(line.trimmed());
-    return builds;
-}
-
 } // namespace
 
 class GenerateCommandTest : public QObject
@@ -158,7 +145,7 @@ private slots:
             out += QString::fromUtf8(process.readAllStandardOutput());
         }
         QTest::qWait(500); // the build is under way
-        QCOMPARE(buildsOf(*m_world).size(), 1);
+        QCOMPARE(m_world->runningBuilds().size(), 1);
 
         QElapsedTimer stopping;
         stopping.start();
@@ -169,7 +156,7 @@ private slots:
         QCOMPARE(process.exitCode(), 130);
         QVERIFY(out.contains("Cancel requested.\nGeneration cancelled.\n"));
         QVERIFY(out.endsWith("\nGeneration cancelled\n0 of 12 screenshots completed.\n"));
-        QVERIFY(buildsOf(*m_world).isEmpty());
+        QVERIFY(m_world->runningBuilds().isEmpty());
         // The device has its own status bar back: no override is left.
         QVERIFY(m_world->xcrun({"simctl", "status_bar", iPhoneUdid, "list"}).out.endsWith("=\n"));
     }
