@@ -129,7 +129,7 @@ void RecordedRun::prepare()
     onMain([](AppModel &m) {
         m.runProgress = m.initializedRunProgress();
         m.isRunning = true;
-        emit m.changed();
+        m.notifyChanged();
     });
 }
 
@@ -236,7 +236,7 @@ void RecordedRun::finish(AppModel &m)
     m.refreshReviewImages();
     m.isRunning = false;
     m.runTask = QFuture<void>();
-    emit m.changed();
+    m.notifyChanged();
 }
 
 void RecordedRun::finishSucceeded()
@@ -280,6 +280,19 @@ QString AppModel::driftStopMessage()
                           "re-record from the last good checkpoint.");
 }
 
+std::optional<DriftNotice> AppModel::lastRunDriftNotice() const
+{
+    if (!lastRunOutcome || lastRunOutcome->kind != RunOutcomeKind::failed || lastRunOutcome->detail != driftStopMessage())
+        return std::nullopt;
+    return DriftNotice{QStringLiteral("Drift detected"),
+                       QStringLiteral("Possible paywall, modal, slow transition, or wrong screen.")};
+}
+
+QString AppModel::lastRunLog() const
+{
+    return runLog.mid(std::min(lastRunLogStart, runLog.size()));
+}
+
 RunOutcome AppModel::cancelledOutcome(qint64 completed, qint64 total)
 {
     return RunOutcome{RunOutcomeKind::cancelled, QStringLiteral("Generation cancelled"),
@@ -300,8 +313,9 @@ void AppModel::startRecordedAttachedCapture()
     while (runPool().activeThreadCount() > 0)
         awaitDelay(0.02);
     runCancelRequested = std::make_shared<std::atomic_bool>(false);
+    lastRunLogStart = runLog.size();
     runTask = QtConcurrent::run(&runPool(), runRecordedAttachedCapture, QPointer<AppModel>(this), runCancelRequested);
-    emit changed();
+    notifyChanged();
 }
 
 void AppModel::runRecordedAttachedCapture(QPointer<AppModel> model, std::shared_ptr<std::atomic_bool> cancelled)
@@ -323,5 +337,5 @@ void AppModel::cancelRun()
     markUnfinishedProgressIdle();
     appendLog(QStringLiteral("Cancel requested."));
     lastRunOutcome = cancelledOutcome(completedRunProgressCount(), runTotalCount());
-    emit changed();
+    notifyChanged();
 }
