@@ -2,7 +2,13 @@
 // and passes command-line arguments (such as a single test function) through.
 #include "TestSupport.h"
 
+#ifdef VANTREL_TEST_WIDGETS
+#include <QApplication>
+using TestApplication = QApplication; // the widget tests need one
+#else
 #include <QGuiApplication>
+using TestApplication = QGuiApplication;
+#endif
 #include <QTemporaryDir>
 #include <QTest>
 #include <memory>
@@ -19,7 +25,7 @@ int main(int argc, char **argv)
 
     qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen"
                                                                      : qgetenv("QT_QPA_PLATFORM"));
-    QGuiApplication app(argc, argv);
+    TestApplication app(argc, argv);
     int failures = 0;
     for (auto &[name, factory] : TestSupport::registeredTests()) {
         std::unique_ptr<QObject> test(factory());
