@@ -21,8 +21,8 @@ void printOutcome(CommandContext &c, const RunOutcome &outcome)
     // A failure goes to standard error, once: it is also the last error.
     QTextStream &stream = outcome.kind == RunOutcomeKind::failed ? c.err : c.out;
     stream << "\n" << outcome.title << "\n" << outcome.detail << "\n";
-    if (outcome.kind == RunOutcomeKind::failed && outcome.detail == AppModel::driftStopMessage())
-        stream << "\nDrift detected\nPossible paywall, modal, slow transition, or wrong screen.\n";
+    if (const std::optional<DriftNotice> drift = c.model.lastRunDriftNotice())
+        stream << "\n" << drift->heading << "\n" << drift->explanation << "\n";
     stream.flush();
 }
 

@@ -67,10 +67,8 @@ struct Session
         c.out << "Status: " << m.simulatorEventRecordingStatus << "\n"
               << "Checkpoints: " << m.project.screens.size() << "\n"
               << "Recorded actions: " << m.recordedInputActionCount() << "\n";
-        QStringList pending;
-        for (const OperationDraft &operation : m.pendingOperations)
-            pending.append(operation.identity());
-        c.out << "Pending: " << (pending.isEmpty() ? QStringLiteral("(none)") : pending.join(QStringLiteral(", ")))
+        const QStringList pending = m.pendingOperationDescriptions();
+        c.out << "Pending: " << (pending.isEmpty() ? QStringLiteral("(none)") : pending.join(QStringLiteral("; ")))
               << "\n"
               << "Next checkpoint: " << m.manualCaptureFilenamePreview(QString()) << "\n";
         c.out.flush();

@@ -126,7 +126,7 @@ int main(int argc, char **argv)
             model.clearLastError();
         }
     }
-    context.printedLog = model.runLog;
+    context.printedLog = RunLogFollower(model.runLog);
 
     const int status = command->run(context);
     context.flushLog();

@@ -112,7 +112,7 @@ void RecordedRun::prepare()
     onMain([](AppModel &m) {
         m.runProgress = m.initializedRunProgress();
         m.isRunning = true;
-        emit m.changed();
+        m.notifyChanged();
     });
 }
 
@@ -264,6 +264,19 @@ QString AppModel::driftStopMessage()
                           "re-record from the last good checkpoint.");
 }
 
+std::optional<DriftNotice> AppModel::lastRunDriftNotice() const
+{
+    if (!lastRunOutcome || lastRunOutcome->kind != RunOutcomeKind::failed || lastRunOutcome->detail != driftStopMessage())
+        return std::nullopt;
+    return DriftNotice{QStringLiteral("Drift detected"),
+                       QStringLiteral("Possible paywall, modal, slow transition, or wrong screen.")};
+}
+
+QString AppModel::lastRunLog() const
+{
+    return runLog.mid(std::min(lastRunLogStart, runLog.size()));
+}
+
 RunOutcome AppModel::cancelledOutcome(qint64 completed, qint64 total)
 {
     return RunOutcome{RunOutcomeKind::cancelled, QStringLiteral("Generation cancelled"),
@@ -295,5 +308,5 @@ void AppModel::cancelRun()
     markUnfinishedProgressIdle();
     appendLog(QStringLiteral("Cancel requested."));
     lastRunOutcome = cancelledOutcome(completedRunProgressCount(), runTotalCount());
-    emit changed();
+    notifyChanged();
 }

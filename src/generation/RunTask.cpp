@@ -43,8 +43,9 @@ void AppModel::startRunTask(RunJob job)
     while (runPool().activeThreadCount() > 0)
         awaitDelay(0.02);
     runCancelRequested = std::make_shared<std::atomic_bool>(false);
+    lastRunLogStart = runLog.size();
     runTask = QtConcurrent::run(&runPool(), job, QPointer<AppModel>(this), runCancelRequested);
-    emit changed();
+    notifyChanged();
 }
 
 // Every ending shows the gallery as the run left it, and frees the model for
@@ -57,7 +58,7 @@ void AppModel::endRun(const RunOutcome &outcome)
     refreshReviewImages();
     isRunning = false;
     runTask = QFuture<void>();
-    emit changed();
+    notifyChanged();
 }
 
 void AppModel::endRunSucceeded(const QString &detail)

@@ -16,7 +16,8 @@
 #include "app/QuickStartRow.h"
 #include "app/Readiness.h"
 #include "app/ReviewImage.h"
-#include "generation/RunProgress.h"
+#include "generation/DriftNotice.h"
+#include "generation/RunProgressGrid.h"
 #include "generation/ScreenshotValidationIssue.h"
 #include "model/ProjectLibraryItem.h"
 #include "model/ScreenshotProject.h"
@@ -94,6 +95,11 @@ public:
     // script asks for. Clicks in the Simulator window always go by real time.
     std::function<ReferenceSeconds()> recordingClock = ReferenceDate::now;
     std::optional<SimulatorMouseDown> simulatorMouseDown;
+    // What `xcrun --find xcodebuild` said at the last refresh, so that
+    // readiness can be read as often as a view likes without a process.
+    bool replayEngineAvailable = false;
+    // Where the last generation run's lines begin in runLog.
+    qsizetype lastRunLogStart = 0;
 
     // The generation run in flight (one worker), and its stop flag.
     QFuture<void> runTask;
@@ -116,6 +122,11 @@ public:
 
     const QString &packageRoot() const { return m_packageRoot; }
     PlatformServices &platform() const { return *m_platform; }
+
+    // Announces a change of state: `changed()` follows once, on the next
+    // turn of the event loop, however many fields changed meanwhile, so a
+    // view re-reads once per turn and never half-way through an operation.
+    void notifyChanged();
 
     // Appends one message to the run log; a line feed is added when missing.
     void appendLog(const QString &message);
@@ -147,6 +158,20 @@ public:
     void configureBlankProject(const QString &name);
     static QString projectTimestamp();
     void resetProjectRuntimeState(const QString &message);
+
+    // The project's own choices, as a front edits them; each saves at once.
+    void setOutputDirectory(const QString &path);
+    void revealOutputDirectory();
+    void setLaunchWaitSeconds(double seconds);
+    void setResetAppData(bool reset);
+    void setOpenSimulator(bool open);
+    void setGlobalLaunchArguments(const QStringList &arguments);
+    void setStateArgumentName(const QString &name);
+    void setSampleNameArgumentName(const QString &name);
+    // Adds or removes a device of the run; the attached one stays first.
+    void toggleGenerationDevice(const QString &udid);
+    // The launch details of the checkpoint at `index` (0-based) in screens.
+    void setScreenDetails(qsizetype index, const QString &state, const QString &sampleName, double launchWaitSeconds);
 
     // Languages.
     void toggleLanguage(const QString &code);
@@ -183,8 +208,14 @@ public:
     // What a successful attach starts on the main thread without waiting:
     // installed apps, then the preview.
     void refreshAfterAttach();
-    // The UDID every device operation acts on, or nothing.
+    // The UDID every device operation acts on, or nothing. An operation: with
+    // no device chosen yet it lists the simulators and adopts the only booted one.
     std::optional<QString> activeDeviceID();
+    // The device the project is attached to now, as a cheap read.
+    std::optional<QString> attachedDeviceID() const;
+    // The state the simulators last listed gave this device ("Booted",
+    // "Shutdown", ...), or "" when it was not among them.
+    QString deviceState(const QString &udid) const;
     // After a device refresh: attaches the one booted simulator quietly (the
     // chosen bundle stays) and returns it; nothing when not exactly one is booted.
     std::optional<QString> adoptSoleBootedDevice();
@@ -239,6 +270,9 @@ public:
     void appendRecordedOperation(const OperationDraft &operation, ReferenceSeconds actionDate);
     qsizetype recordedInputActionCount() const;
     bool canSaveNextFlowCheckpoint() const;
+    // What was recorded since the last checkpoint, as the status line words
+    // it: "Wait 1.2s", "Tap 147, 790".
+    QStringList pendingOperationDescriptions() const;
     // Replays operations on the device now, outside any generation run.
     // Throws what the replay runner throws.
     void perform(const QList<OperationDraft> &operations, const QString &device);
@@ -257,6 +291,8 @@ public:
     void retakeCheckpoint(const ManualScreenDraft &checkpoint);
     void deleteCheckpoint(const ManualScreenDraft &checkpoint);
     void moveCheckpoint(const ManualScreenDraft &checkpoint, qint64 offset);
+    // A new name for the checkpoint, its image and its generated screenshots.
+    void renameCheckpoint(const ManualScreenDraft &checkpoint, const QString &name);
     void deleteLastManualCapture();
     bool canDeleteLastManualCapture() const;
     QString manualCaptureURL(const ManualScreenDraft &checkpoint) const;
@@ -279,6 +315,10 @@ public:
     static bool flowNeedsReplayEngine(const QList<ScreenDraft> &screens);
     static void ensureXCUITestReplayAvailableIfNeeded(const QList<ScreenDraft> &screens); // throws AppError
     static QString driftStopMessage();
+    // The heading and explanation to show when the last run stopped for drift.
+    std::optional<DriftNotice> lastRunDriftNotice() const;
+    // The run log from the start of the last generation run.
+    QString lastRunLog() const;
     static RunOutcome cancelledOutcome(qint64 completed, qint64 total);
 
     // What both kinds of run share: the worker is started once the previous
@@ -321,6 +361,8 @@ public:
     void markUnfinishedProgressIdle();
     void markRunningProgressFailed();
     qint64 completedRunProgressCount() const;
+    // The cells of the progress grid in the order every front shows them.
+    QList<RunProgressCell> runProgressCells() const;
 
     // The recorded flow as replay steps; recorded waits are shortened and clamped.
     static double replayWait(double recordedSeconds);
@@ -373,8 +415,10 @@ public:
 
     // ------------------------------------------------ readiness and review (app/)
     // Readiness: derived on every read from the project and platform facts.
-    QList<ProductPreflightCheck> preflightChecks();
-    static bool isReplayEngineAvailable();
+    QList<ProductPreflightCheck> preflightChecks() const;
+    // Asks `xcrun --find xcodebuild` again and keeps the answer for readiness.
+    void refreshReplayEngineAvailability();
+    static bool isReplayEngineAvailable(); // asks the tools; prefer replayEngineAvailable
     bool canRunAutomatedCapture() const;
     bool canRunRecordedAttachedCapture() const;
     bool hasCompleteRunSelection() const; // app, devices, languages and checkpoints chosen
@@ -394,6 +438,10 @@ public:
     static QString noReferenceNote(); // ReviewImage::note of an image kept unchecked
     QList<ReviewImage> needsReviewImages() const;         // under "_needs-review/"
     QList<GeneratedLanguageGroup> groupedImages() const;  // gallery cards, by language
+    // The checkpoint reference a held-back screenshot drifted from, if it is there.
+    std::optional<QString> reviewReferenceURL(const ReviewImage &image) const;
+    void openReviewImage(const ReviewImage &image);
+    void revealReviewImage(const ReviewImage &image);
     // Writes workspace/diagnostics.txt; its location, or nothing (lastError set).
     std::optional<QString> writeDiagnostics();
     void exportDiagnostics(); // writeDiagnostics(), then reveal the file
@@ -407,10 +455,12 @@ signals:
 
 private:
     void assertMainThread() const;
+    template <class T> void editProject(T &field, const T &value);
     // Opening, restoring or replacing a project ends a flow recording first.
     void stopFlowRecordingIfNeeded();
     void noteUncheckedImages(QList<ReviewImage> &images) const;
 
     QString m_packageRoot;
     std::unique_ptr<PlatformServices> m_platform;
+    bool m_changeQueued = false;
 };

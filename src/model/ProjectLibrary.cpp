@@ -62,7 +62,7 @@ void AppModel::refreshProjectLibrary()
     std::stable_sort(items.begin(), items.end(),
                      [](const auto &a, const auto &b) { return a.modifiedAt > b.modifiedAt; });
     projectLibrary = items;
-    emit changed();
+    notifyChanged();
 }
 
 std::optional<ProjectLibraryItem> AppModel::projectLibraryItem(const QString &path) const

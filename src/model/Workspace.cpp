@@ -109,7 +109,7 @@ bool AppModel::saveProject()
         return false;
     }
     refreshProjectLibrary();
-    emit changed();
+    notifyChanged();
     return true;
 }
 
@@ -176,7 +176,7 @@ void AppModel::configureBlankProject(const QString &name)
     fresh.createdAt = fresh.updatedAt = ReferenceDate::now();
     fresh.outputDirectory = defaultOutputDirectory(fresh.projectID, trimmed);
     project = fresh;
-    emit changed();
+    notifyChanged();
 }
 
 QString AppModel::projectTimestamp()
@@ -196,10 +196,11 @@ void AppModel::resetProjectRuntimeState(const QString &message)
     runProgress.clear();
     lastRunOutcome.reset();
     runLog = message;
+    lastRunLogStart = runLog.size(); // the new project has had no run yet
     refreshReviewImages();
     // The library is not listed here: a project is only replaced together
     // with a save, and the save lists it (listing twice reads every project
     // file twice).
     refreshProjectSnapshots();
-    emit changed();
+    notifyChanged();
 }

@@ -26,7 +26,7 @@ void AppModel::startSimulatorEventMonitoring()
         // Taps come from the front itself: no monitor to install, and no
         // permission prompt for a click source that is not used.
         simulatorEventRecordingStatus = QStringLiteral("Recording the taps, swipes and text entered here.");
-        emit changed();
+        notifyChanged();
         return;
     }
     simulatorEventRecordingStatus = QStringLiteral(
@@ -51,7 +51,7 @@ void AppModel::startSimulatorEventMonitoring()
         if (const std::optional<QString> problem = platform().mouseMonitorProblem())
             simulatorEventRecordingStatus = *problem;
     }
-    emit changed();
+    notifyChanged();
 }
 
 void AppModel::handleSimulatorEventMonitorEnded(const QString &reason)
@@ -69,7 +69,7 @@ void AppModel::stopSimulatorEventMonitoring()
     simulatorEventMonitorInstalled = false;
     simulatorMouseDown.reset();
     simulatorEventRecordingStatus = idleRecordingStatus();
-    emit changed();
+    notifyChanged();
 }
 
 void AppModel::handleSimulatorMouseEvent(const DesktopMouseEvent &event, ReferenceSeconds now)
@@ -101,6 +101,6 @@ void AppModel::handleSimulatorMouseEvent(const DesktopMouseEvent &event, Referen
         {press.screenPoint, press.simulatorPoint, press.date}, {pointer, *devicePoint, now});
     appendRecordedOperation(operation, now);
     simulatorEventRecordingStatus = QStringLiteral("Recorded ") + OperationDescription::text(operation);
-    emit changed();
+    notifyChanged();
     QTimer::singleShot(previewDelayMilliseconds, this, [this] { refreshRecorderPreview(); });
 }
