@@ -162,12 +162,7 @@ public:
     // The project's own choices, as a front edits them; each saves at once.
     void setOutputDirectory(const QString &path);
     void revealOutputDirectory();
-    void setLaunchWaitSeconds(double seconds);
-    void setResetAppData(bool reset);
-    void setOpenSimulator(bool open);
-    void setGlobalLaunchArguments(const QStringList &arguments);
-    void setStateArgumentName(const QString &name);
-    void setSampleNameArgumentName(const QString &name);
+    // The launch settings' setters sit with the generator configuration below.
     // Adds or removes a device of the run; the attached one stays first.
     void toggleGenerationDevice(const QString &udid);
     // The launch details of the checkpoint at `index` (0-based) in screens.

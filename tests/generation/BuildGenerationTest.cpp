@@ -134,7 +134,7 @@ private slots:
         // Last, the generator of the build folder these tests run from.
         const std::optional<Command> built = AppModel::findGeneratorCommand(root.path());
         QVERIFY(built);
-        QCOMPARE(built->executable, QStringLiteral(VANTREL_BINARY_DIR "/src/cli/vantrel"));
+        QCOMPARE(built->executable, TestSupport::vantrelBinary());
     }
 
     void generatorLinesAdvanceTheirPair()
