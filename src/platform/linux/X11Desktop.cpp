@@ -22,7 +22,7 @@ Reply<T> reply(T *value)
 xcb_atom_t internAtom(xcb_connection_t *c, const char *name)
 {
     const auto r = reply(xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, uint16_t(std::strlen(name)), name), nullptr));
-    return r ? r->atom : XCB_ATOM_NONE;
+    return r ? r->atom : xcb_atom_t(XCB_ATOM_NONE);
 }
 
 // A reparenting window manager nests its frames; further down is not a desktop.
@@ -157,7 +157,7 @@ QList<quint32> X11Desktop::children(quint32 window)
 quint32 X11Desktop::parent(quint32 window)
 {
     const auto tree = reply(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, window), nullptr));
-    return tree ? tree->parent : XCB_WINDOW_NONE;
+    return tree ? tree->parent : xcb_window_t(XCB_WINDOW_NONE);
 }
 
 // The root's child that holds a client: its window manager frame.
