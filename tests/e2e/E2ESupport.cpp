@@ -19,6 +19,13 @@ QStringList pngsUnder(const QString &folder)
     return found;
 }
 
+QString withoutProgress(const QString &out)
+{
+    QStringList lines = out.split(QLatin1Char('\n'));
+    lines.removeIf([](const QString &line) { return line.startsWith(QLatin1String("Progress: ")); });
+    return lines.join(QLatin1Char('\n'));
+}
+
 DeviceWorld::DeviceWorld()
 {
     QDir().mkpath(root());

@@ -29,6 +29,11 @@ inline const QString demoAppName = QStringLiteral("Trips Caf\u00e9");
 // The PNG files below `folder`, as sorted paths relative to it.
 QStringList pngsUnder(const QString &folder);
 
+// A generate run's output without its "Progress: " lines: the run log in its
+// own order. Progress is printed whenever the model settles, which may fall
+// between two log lines of one step.
+QString withoutProgress(const QString &out);
+
 class DeviceWorld
 {
 public:
