@@ -1,8 +1,16 @@
 // After each language and device of a recorded run, every generated
-// screenshot is compared with the reference saved when its checkpoint was
-// recorded; those that drifted are moved to "_needs-review" so that they are
-// never published by mistake.
+// screenshot is compared with the picture it should look like; those that
+// drifted are moved to "_needs-review" so that they are never published by
+// mistake.
+//
+// What a screenshot should look like: its checkpoint's reference, which was
+// taken on the device the flow was recorded on, but only when the two have
+// the same pixel size. A device of another size has no reference: there the
+// first language's screenshots are kept unchecked, and every later language
+// is held against the first language's screenshot of the same checkpoint on
+// that device, with the same threshold.
 
+#include "ImagePixelSize.h"
 #include "ScreenshotDriftDetector.h"
 #include "ScreenshotFileName.h"
 #include "ThumbnailCache.h"
@@ -56,10 +64,11 @@ QList<ScreenshotValidationIssue> AppModel::validateGeneratedScreens(const QStrin
         check.filename = screenshotFileName(i + 1, screen.name);
         check.generated = QDir(outputDirectory).filePath(check.filename);
         check.exists = QFileInfo::exists(check.generated);
-        const std::optional<QString> reference = referenceCheckpointURL(i + 1, screen.name);
-        if (check.exists && reference && QFileInfo::exists(*reference)) {
+        const std::optional<QString> baseline =
+            check.exists ? driftBaselineURL(i + 1, screen.name, check.generated, language, deviceName) : std::nullopt;
+        if (baseline) {
             check.generatedSamples = ThumbnailCache::thumbnail(check.generated);
-            check.referenceSamples = ThumbnailCache::thumbnail(*reference);
+            check.referenceSamples = ThumbnailCache::thumbnail(*baseline);
         }
         checks.append(check);
     }
@@ -89,6 +98,36 @@ std::optional<QString> AppModel::referenceCheckpointURL(qint64 screenNumber, con
         break;
     }
     return manualCaptureDirectory() + QLatin1Char('/') + screenshotFileName(screenNumber, fallbackName);
+}
+
+bool AppModel::isReferenceForDevice(const QString &reference, const QString &screenshot)
+{
+    return ImagePixelSize::of(reference) == ImagePixelSize::of(screenshot);
+}
+
+std::optional<QString> AppModel::driftBaselineURL(qint64 screenNumber, const QString &screenName,
+                                                  const QString &screenshot, const QString &language,
+                                                  const QString &deviceName) const
+{
+    const std::optional<QString> reference = referenceCheckpointURL(screenNumber, screenName);
+    if (!reference || !QFileInfo::exists(*reference))
+        return std::nullopt; // nothing recorded to compare with
+    if (isReferenceForDevice(*reference, screenshot))
+        return reference;
+    const QString firstLanguage = project.languages.value(0);
+    if (language == firstLanguage)
+        return std::nullopt;
+    const QString firstShot = QDir(generatedOutputDirectory(firstLanguage, deviceName))
+                                  .filePath(screenshotFileName(screenNumber, screenName));
+    if (!QFileInfo::exists(firstShot))
+        return std::nullopt;
+    return firstShot;
+}
+
+QString AppModel::generatedOutputDirectory(const QString &language, const QString &deviceName) const
+{
+    return project.outputDirectory + QLatin1Char('/') + PathSanitizer::component(language) + QLatin1Char('/')
+           + PathSanitizer::component(deviceName);
 }
 
 QString AppModel::needsReviewDirectory(const QString &language, const QString &deviceName) const

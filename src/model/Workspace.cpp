@@ -16,7 +16,7 @@
 namespace {
 
 // The file the current project is loaded from at start: the one the identity
-// file names, else the legacy single-project file, else the newest library
+// file names, else the legacy single-project file, else the newest readable library
 // entry (which needs the library listed); nothing on a first start.
 std::optional<QString> savedProjectSource(AppModel &model, bool &libraryListed)
 {
@@ -31,8 +31,9 @@ std::optional<QString> savedProjectSource(AppModel &model, bool &libraryListed)
         return legacyFile;
     model.refreshProjectLibrary();
     libraryListed = true;
-    if (!model.projectLibrary.isEmpty() && QFileInfo::exists(model.projectLibrary.first().url))
-        return model.projectLibrary.first().url;
+    for (const ProjectLibraryItem &item : std::as_const(model.projectLibrary))
+        if (item.isReadable && QFileInfo::exists(item.url))
+            return item.url;
     return std::nullopt;
 }
 
@@ -122,7 +123,7 @@ void AppModel::writeCurrentProjectID()
                       project.projectID->toUtf8());
 }
 
-void AppModel::loadSavedProject()
+bool AppModel::loadSavedProject()
 {
     assertMainThread();
     // The library is read once per load: by the save that ends a load, or
@@ -143,10 +144,13 @@ void AppModel::loadSavedProject()
         if (!libraryListed)
             refreshProjectLibrary();
         setLastError(QStringLiteral("Could not load saved project: ") + error.message());
-        return;
+        return false;
     }
+    // A save that fails here leaves the loaded project current: it is the
+    // user's own, only it could not be written back (lastError says why).
     if (!saveProject() && !libraryListed)
         refreshProjectLibrary();
+    return true;
 }
 
 void AppModel::ensureProjectIdentityAndOutputDirectory(const QString &name, bool preferAppSpecificOutput)

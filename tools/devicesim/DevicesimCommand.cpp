@@ -47,6 +47,7 @@ Usage:
   devicesim fault set slow-build SECONDS
                                        the build takes that long (not time-scaled)
   devicesim fault set no-xcode         only the command-line tools: no xcodebuild
+  devicesim fault set open-fails       open -a Simulator cannot start the Simulator app
   devicesim fault clear [KIND]         switch faults off (all, or one kind)
   devicesim fault list                 the faults that are on
   devicesim state                      print the state (JSON)

@@ -47,7 +47,7 @@ bool Faults::hasDialog(const QString &language, const QString &screen) const
 bool Faults::isEmpty() const
 {
     return missingApps.isEmpty() && launchFailLanguages.isEmpty() && dialogs.isEmpty() && !buildFails
-        && slowBuildSeconds <= 0 && !noXcode;
+        && slowBuildSeconds <= 0 && !noXcode && !openFails;
 }
 
 QJsonObject Faults::toJson() const
@@ -65,6 +65,7 @@ QJsonObject Faults::toJson() const
         {QStringLiteral("buildFails"), buildFails},
         {QStringLiteral("slowBuildSeconds"), slowBuildSeconds},
         {QStringLiteral("noXcode"), noXcode},
+        {QStringLiteral("openFails"), openFails},
     };
 }
 
@@ -80,6 +81,7 @@ Faults Faults::fromJson(const QJsonObject &o)
     f.buildFails = o.value(QStringLiteral("buildFails")).toBool();
     f.slowBuildSeconds = o.value(QStringLiteral("slowBuildSeconds")).toDouble();
     f.noXcode = o.value(QStringLiteral("noXcode")).toBool();
+    f.openFails = o.value(QStringLiteral("openFails")).toBool();
     return f;
 }
 
@@ -98,6 +100,8 @@ QStringList Faults::describe() const
         lines.append(QStringLiteral("slow-build %1").arg(slowBuildSeconds));
     if (noXcode)
         lines.append(QStringLiteral("no-xcode"));
+    if (openFails)
+        lines.append(QStringLiteral("open-fails"));
     return lines;
 }
 
@@ -146,6 +150,10 @@ QString Faults::set(const QStringList &args, const QString &defaultBundleId)
         if (!rest.isEmpty())
             return usage(kind);
         noXcode = true;
+    } else if (kind == QLatin1String("open-fails")) {
+        if (!rest.isEmpty())
+            return usage(kind);
+        openFails = true;
     } else {
         return QStringLiteral("devicesim: unknown fault \"%1\"").arg(kind);
     }
@@ -168,6 +176,8 @@ QString Faults::clear(const QString &kind)
         slowBuildSeconds = 0;
     else if (kind == QLatin1String("no-xcode"))
         noXcode = false;
+    else if (kind == QLatin1String("open-fails"))
+        openFails = false;
     else
         return QStringLiteral("devicesim: unknown fault \"%1\"").arg(kind);
     return {};

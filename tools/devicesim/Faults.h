@@ -26,6 +26,7 @@ struct Faults
     bool buildFails = false;         // xcodebuild stops with a compile error
     double slowBuildSeconds = 0;     // the build takes this long (never time-scaled)
     bool noXcode = false;            // only the command-line tools are installed
+    bool openFails = false;          // `open -a Simulator` cannot start the Simulator app
 
     bool isAppMissing(const QString &udid, const QString &bundleId) const;
     bool launchFails(const QString &language) const;
