@@ -51,7 +51,9 @@ void GenerateProgressDisplay::redrawLive()
 
 void GenerateProgressDisplay::printPlainChanges()
 {
-    c.flushLog();
+    // The model announces its changes once per turn of the event loop; a
+    // run changes a pair's progress before it logs what it does next
+    // ("Running ..."), so the progress lines come first.
     for (const RunProgressCell &cell : c.model.runProgressCells()) {
         const auto found = c.model.runProgress.constFind(cell.key());
         if (found == c.model.runProgress.cend())
@@ -63,6 +65,7 @@ void GenerateProgressDisplay::printPlainChanges()
         c.out << "Progress: " << cell.label() << " " << text << " ("
               << RunProgressText::count(c.model.completedRunProgressCount(), c.model.runTotalCount()) << ")\n";
     }
+    c.flushLog();
     c.out.flush();
 }
 

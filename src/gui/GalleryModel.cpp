@@ -4,7 +4,9 @@
 #include "model/AppModel.h"
 
 #include <QFileInfo>
-#include <QMap>
+#include "simulator/CodePointOrder.h"
+
+#include <map>
 
 GalleryModel::GalleryModel(const AppModel &model, ThumbnailLoader &thumbnails, QObject *parent)
     : QAbstractListModel(parent), m_model(model), m_thumbnails(thumbnails)
@@ -21,16 +23,16 @@ QList<GalleryGroup> GalleryModel::makeGroups() const
         groups.append({needsReviewKey, QStringLiteral("Needs review"), needsReview});
     // Within a language card, one group per device folder, in plain order.
     for (const GeneratedLanguageGroup &language : m_model.groupedImages()) {
-        QMap<QString, QList<ReviewImage>> byDevice;
+        std::map<QString, QList<ReviewImage>, CodePointOrder::Less> byDevice; // as the language cards sort
         for (const ReviewImage &image : language.images) {
             const QStringList parts = image.relativePath.split(QLatin1Char('/'), Qt::SkipEmptyParts);
             byDevice[parts.size() >= 3 ? parts.at(1) : QString()].append(image);
         }
-        for (auto it = byDevice.cbegin(); it != byDevice.cend(); ++it) {
-            const QString key = it.key().isEmpty() ? language.language : language.language + QLatin1Char('/') + it.key();
-            const QString title = it.key().isEmpty() ? language.language
-                                                     : language.language + QStringLiteral(" \u00B7 ") + it.key();
-            groups.append({key, title, it.value()});
+        for (const auto &[device, images] : byDevice) {
+            const QString key = device.isEmpty() ? language.language : language.language + QLatin1Char('/') + device;
+            const QString title = device.isEmpty() ? language.language
+                                                   : language.language + QStringLiteral(" \u00B7 ") + device;
+            groups.append({key, title, images});
         }
     }
     return groups;
@@ -92,6 +94,7 @@ QVariant GalleryModel::data(const QModelIndex &index, int role) const
             return *thumbnail;
         return {};
     case Qt::ToolTipRole:
+        return image.note.isEmpty() ? image.relativePath : image.relativePath + QLatin1Char('\n') + image.note;
     case RelativePathRole:
         return image.relativePath;
     case PathRole:

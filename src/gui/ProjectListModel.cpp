@@ -2,6 +2,8 @@
 
 #include "model/AppModel.h"
 
+#include <QBrush>
+#include <QColor>
 #include <QFont>
 
 ProjectListModel::ProjectListModel(const AppModel &model, QObject *parent) : QAbstractListModel(parent), m_model(model)
@@ -73,6 +75,10 @@ QVariant ProjectListModel::data(const QModelIndex &index, int role) const
             font.setBold(true);
             return font;
         }
+        return {};
+    case Qt::ForegroundRole:
+        if (!item.isReadable)
+            return QBrush(QColor(0xb0, 0x20, 0x20));
         return {};
     case Qt::AccessibleTextRole:
         return item.title;

@@ -97,7 +97,13 @@ ReviewPanel::ReviewPanel(const PanelContext &context, QWidget *parent)
     m_images->setSelectionMode(QAbstractItemView::SingleSelection);
     m_images->setAccessibleName(QStringLiteral("Screenshots"));
     connect(m_images->selectionModel(), &QItemSelectionModel::currentChanged, this, &ReviewPanel::selectionChanged);
-    connect(m_gallery, &QAbstractItemModel::modelReset, this, &ReviewPanel::selectionChanged);
+    connect(m_gallery, &QAbstractItemModel::modelReset, this, [this] {
+        // A group opens on its first screenshot, so that a held-back one is
+        // shown beside its reference at once.
+        if (m_gallery->rowCount() > 0)
+            m_images->setCurrentIndex(m_gallery->index(0));
+        selectionChanged();
+    });
     connect(m_gallery, &GalleryModel::groupsChanged, this, &ReviewPanel::refreshGroups);
     connect(m_images, &QListView::doubleClicked, open, &QAction::trigger);
 

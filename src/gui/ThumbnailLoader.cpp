@@ -7,8 +7,9 @@
 
 namespace {
 
-// Kilobytes of decoded thumbnails kept: some thousand at the gallery's size.
-constexpr int cacheKilobytes = 96 * 1024;
+// Kilobytes of decoded thumbnails kept: a gallery of more than a thousand
+// screenshots at the gallery's size, well inside the window's memory budget.
+constexpr int cacheKilobytes = 128 * 1024;
 
 QImage decodeScaled(const QString &path, QSize bound)
 {

@@ -16,7 +16,7 @@
 namespace {
 
 // The file the current project is loaded from at start: the one the identity
-// file names, else the legacy single-project file, else the newest library
+// file names, else the legacy single-project file, else the newest readable library
 // entry (which needs the library listed); nothing on a first start.
 std::optional<QString> savedProjectSource(AppModel &model, bool &libraryListed)
 {
@@ -31,8 +31,9 @@ std::optional<QString> savedProjectSource(AppModel &model, bool &libraryListed)
         return legacyFile;
     model.refreshProjectLibrary();
     libraryListed = true;
-    if (!model.projectLibrary.isEmpty() && QFileInfo::exists(model.projectLibrary.first().url))
-        return model.projectLibrary.first().url;
+    for (const ProjectLibraryItem &item : std::as_const(model.projectLibrary))
+        if (item.isReadable && QFileInfo::exists(item.url))
+            return item.url;
     return std::nullopt;
 }
 
