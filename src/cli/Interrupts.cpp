@@ -1,64 +1,113 @@
-#include "GenerateInterrupts.h"
+#include "Interrupts.h"
 
-#include <cerrno>
-#include <fcntl.h>
+#include "replay/ChildProcess.h"
+
+#include <QMetaObject>
+#include <chrono>
+#include <csignal>
+#include <mutex>
+#include <optional>
 #include <unistd.h>
 
 namespace {
 
-int wakeFds[2] = {-1, -1};
-
-extern "C" void noteInterrupt(int)
+std::atomic<bool> interrupted{false};
+std::mutex handlerLock;
+std::function<void()> &handler()
 {
-    const int saved = errno;
-    const char byte = 1;
-    [[maybe_unused]] const ssize_t written = ::write(wakeFds[1], &byte, 1); // async-signal-safe
-    errno = saved;
+    static std::function<void()> current;
+    return current;
 }
 
-void makeNonBlockingCloseOnExec(int fd)
+sigset_t interruptSignals()
 {
-    ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) | O_NONBLOCK);
-    ::fcntl(fd, F_SETFD, FD_CLOEXEC); // build processes must not inherit the pipe
+    sigset_t set;
+    sigemptyset(&set);
+    sigaddset(&set, SIGINT);
+    sigaddset(&set, SIGTERM);
+    return set;
+}
+
+using Clock = std::chrono::steady_clock;
+// A main thread in its event loop acts at once; one blocked in a child
+// process or a read needs the watcher to end the child.
+constexpr auto mainThreadGrace = std::chrono::milliseconds(300);
+// The whole command must be over within two seconds of the signal.
+constexpr auto windDownLimit = std::chrono::milliseconds(1700);
+
+[[noreturn]] void exitNow()
+{
+    ChildProcess::killAll();
+    static const char message[] = "Interrupted.\n";
+    [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, message, sizeof message - 1);
+    ::_exit(130);
 }
 
 } // namespace
 
-GenerateInterrupts::GenerateInterrupts(std::function<void()> onInterrupt) : m_onInterrupt(std::move(onInterrupt))
+void Interrupts::blockSignals()
 {
-    if (::pipe(wakeFds) != 0)
-        return; // without the pipe, a signal keeps its default effect
-    makeNonBlockingCloseOnExec(wakeFds[0]);
-    makeNonBlockingCloseOnExec(wakeFds[1]);
-    m_notifier = std::make_unique<QSocketNotifier>(wakeFds[0], QSocketNotifier::Read);
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, &GenerateInterrupts::drain);
-
-    struct sigaction action {};
-    action.sa_handler = noteInterrupt;
-    sigemptyset(&action.sa_mask);
-    action.sa_flags = SA_RESTART;
-    ::sigaction(SIGINT, &action, &m_previousInt);
-    ::sigaction(SIGTERM, &action, &m_previousTerm);
+    const sigset_t set = interruptSignals();
+    ::pthread_sigmask(SIG_BLOCK, &set, nullptr);
 }
 
-GenerateInterrupts::~GenerateInterrupts()
+Interrupts::Interrupts() : m_watcher([this] { watch(); }) {}
+
+Interrupts::~Interrupts()
 {
-    if (!m_notifier)
-        return;
-    ::sigaction(SIGINT, &m_previousInt, nullptr);
-    ::sigaction(SIGTERM, &m_previousTerm, nullptr);
-    m_notifier.reset();
-    ::close(wakeFds[0]);
-    ::close(wakeFds[1]);
-    wakeFds[0] = wakeFds[1] = -1;
+    m_stopping = true;
+    m_watcher.join();
 }
 
-void GenerateInterrupts::drain()
+bool Interrupts::received()
 {
-    char buffer[64];
-    bool interrupted = false;
-    while (::read(wakeFds[0], buffer, sizeof buffer) > 0)
-        interrupted = true;
-    if (interrupted && m_onInterrupt)
-        m_onInterrupt();
+    return interrupted;
+}
+
+void Interrupts::setHandler(std::function<void()> newHandler)
+{
+    std::lock_guard lock(handlerLock);
+    handler() = std::move(newHandler);
+}
+
+void Interrupts::commandFinished()
+{
+    m_finished = true;
+}
+
+void Interrupts::onMainThread()
+{
+    std::function<void()> current;
+    {
+        std::lock_guard lock(handlerLock);
+        current = handler();
+    }
+    if (current)
+        current(); // first, so that a cancelled run knows why its build ends
+    ChildProcess::interruptAll();
+    m_mainThreadActed = true;
+}
+
+void Interrupts::watch()
+{
+    const sigset_t set = interruptSignals();
+    const timespec slice{0, 50 * 1000 * 1000};
+    std::optional<Clock::time_point> signalledAt;
+    while (!m_stopping) {
+        const int signal = ::sigtimedwait(&set, nullptr, &slice);
+        if (signal > 0) {
+            if (signalledAt)
+                exitNow(); // a second Ctrl-C: the user wants out now
+            signalledAt = Clock::now();
+            interrupted = true;
+            QMetaObject::invokeMethod(this, &Interrupts::onMainThread, Qt::QueuedConnection);
+        }
+        if (!signalledAt || m_finished)
+            continue;
+        const auto waited = Clock::now() - *signalledAt;
+        if (waited > mainThreadGrace && !m_mainThreadActed)
+            ChildProcess::interruptAll();
+        if (waited > windDownLimit)
+            exitNow();
+    }
 }

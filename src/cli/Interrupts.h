@@ -1,28 +1,47 @@
 #pragma once
-// Ctrl-C (SIGINT) and SIGTERM during `vantrel generate`: the signal handler
-// only writes one byte into a pipe; the event loop notices the pipe and calls
-// `onInterrupt` on the main thread, where model code may run. The previous
-// handlers come back when this object goes.
+// Ctrl-C (SIGINT) and SIGTERM for every command. The two signals are
+// blocked in every thread and taken by a watcher thread of their own, so
+// that no model code ever runs in a signal handler. At an interrupt:
+//
+// 1. the command's own handler (generate cancels its run) runs on the main
+//    thread as soon as it turns its event loop, and every child process is
+//    ended with its process group; a main thread blocked in a child or a
+//    read gets its children ended from the watcher after a moment;
+// 2. the command winds down and vantrel exits with status 130;
+// 3. a command that has not ended two seconds after the signal (or a
+//    second Ctrl-C) is cut short: children are killed, "Interrupted." is
+//    printed and the process exits with status 130 at once.
 
 #include <QObject>
-#include <QSocketNotifier>
-#include <csignal>
+#include <atomic>
 #include <functional>
-#include <memory>
+#include <thread>
 
-class GenerateInterrupts : public QObject
+class Interrupts : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit GenerateInterrupts(std::function<void()> onInterrupt);
-    ~GenerateInterrupts() override;
+    // Blocks SIGINT and SIGTERM in the calling thread; call first in main(),
+    // before any thread starts, so that every thread inherits the mask.
+    static void blockSignals();
+
+    Interrupts(); // starts the watcher; needs the application object
+    ~Interrupts() override;
+
+    // True once SIGINT or SIGTERM arrived.
+    static bool received();
+    // While set, `handler` runs on the main thread at an interrupt.
+    static void setHandler(std::function<void()> handler);
+    // The command has ended: the watcher no longer cuts it short.
+    void commandFinished();
 
 private:
-    void drain();
+    void watch();
+    void onMainThread();
 
-    std::function<void()> m_onInterrupt;
-    std::unique_ptr<QSocketNotifier> m_notifier;
-    struct sigaction m_previousInt {};
-    struct sigaction m_previousTerm {};
+    std::atomic<bool> m_stopping{false};
+    std::atomic<bool> m_finished{false};
+    std::atomic<bool> m_mainThreadActed{false};
+    std::thread m_watcher; // last: starts once the members it uses exist
 };

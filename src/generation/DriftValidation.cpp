@@ -8,6 +8,7 @@
 #include "ThumbnailCache.h"
 #include "model/AppError.h"
 #include "model/AppModel.h"
+#include "model/ContainedPath.h"
 #include "model/Folder.h"
 
 #include <QDir>
@@ -40,6 +41,18 @@ std::optional<double> driftScore(const ScreenCheck &check)
     return ScreenshotDriftDetector::score(*a, *b);
 }
 
+// A reference is read only from the project's own folder "manual": a
+// document or a link may name a file anywhere.
+bool isProjectReference(const AppModel &model, const QString &reference)
+{
+    try {
+        model.checkManualCaptureDirectory();
+    } catch (const AppError &) {
+        return false;
+    }
+    return ContainedPath::isInside(reference, model.manualCaptureDirectory());
+}
+
 } // namespace
 
 QList<ScreenshotValidationIssue> AppModel::validateGeneratedScreens(const QString &outputDirectory,
@@ -58,8 +71,13 @@ QList<ScreenshotValidationIssue> AppModel::validateGeneratedScreens(const QStrin
         check.exists = QFileInfo::exists(check.generated);
         const std::optional<QString> reference = referenceCheckpointURL(i + 1, screen.name);
         if (check.exists && reference && QFileInfo::exists(*reference)) {
-            check.generatedSamples = ThumbnailCache::thumbnail(check.generated);
-            check.referenceSamples = ThumbnailCache::thumbnail(*reference);
+            if (isProjectReference(*this, *reference)) {
+                check.generatedSamples = ThumbnailCache::thumbnail(check.generated);
+                check.referenceSamples = ThumbnailCache::thumbnail(*reference);
+            } else {
+                appendLog(QStringLiteral("Not compared: the reference of %1 lies outside the folder manual.")
+                              .arg(check.filename));
+            }
         }
         checks.append(check);
     }
@@ -71,6 +89,9 @@ QList<ScreenshotValidationIssue> AppModel::validateGeneratedScreens(const QStrin
             continue;
         }
         const std::optional<double> score = driftScore(check);
+        if (!score && check.referenceSamples && !check.referenceSamples->result())
+            appendLog(QStringLiteral("Not compared: the reference of %1 is not a readable PNG image.")
+                          .arg(check.filename));
         if (!score || *score <= screenshotDriftThreshold)
             continue;
         moveSuspiciousScreenshotToNeedsReview(check.generated, check.filename, language, deviceName);

@@ -6,10 +6,12 @@
 
 #include "BuildCanceller.h"
 #include "MainThreadCall.h"
+#include "ScreenshotFileName.h"
 #include "ThumbnailCache.h"
 #include "model/AppError.h"
 #include "model/AppModel.h"
 #include "model/Await.h"
+#include "model/ErrorDetails.h"
 #include "model/Folder.h"
 #include "model/PathSanitizer.h"
 #include "replay/ChildProcess.h"
@@ -18,6 +20,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QThreadPool>
 #include <QtConcurrent/QtConcurrentRun>
 
@@ -70,6 +73,7 @@ private:
     void prepareDevice(const QString &device);
     void runPair(const QString &device, const QString &language);
     QString runCommand(const QStringList &arguments, const QString &command = QStringLiteral("xcrun"));
+    void checkAllWritten(const QString &outputDirectory, const QString &language, const QString &deviceName);
     void checkScreenshots(const QString &outputDirectory, const QString &language, const QString &deviceName);
 
     void finishSucceeded();
@@ -104,11 +108,15 @@ void RecordedRun::execute()
         } catch (const ModelGone &) {
             throw;
         } catch (const std::exception &error) {
-            // A build ended by a cancel fails like any other; the flag tells them apart.
-            if (m_cancelled->load())
+            // A build ended by a cancel or an interrupt fails like any other;
+            // the flags tell them apart.
+            if (m_cancelled->load() || ChildProcess::isInterrupted()) {
                 finishCancelled();
-            else
+            } else {
+                if (const QString details = errorDetails(error); !details.isEmpty())
+                    log(details); // the message shows only its end
                 finishFailed(describe(error));
+            }
         } catch (...) {
             finishFailed(QStringLiteral("Generation stopped because of an unexpected error."));
         }
@@ -207,7 +215,26 @@ void RecordedRun::runPair(const QString &device, const QString &language)
         return file.suffix().toLower() == QLatin1String("png");
     });
     onMain([&](AppModel &m) { m.updateRunProgress(language, device, count, RunProgressState::done); });
+    checkAllWritten(outputDirectory, language, deviceName);
     checkScreenshots(outputDirectory, language, deviceName);
+}
+
+// A test run that succeeds without leaving its pictures is a failure of
+// the run, not a drift of the app: the message names what is missing.
+void RecordedRun::checkAllWritten(const QString &outputDirectory, const QString &language, const QString &deviceName)
+{
+    QStringList missing;
+    for (qsizetype i = 0; i < m_project.screens.size(); ++i) {
+        const QString filename = screenshotFileName(i + 1, m_project.screens.at(i).name);
+        if (!QFileInfo::exists(QDir(outputDirectory).filePath(filename)))
+            missing.append(filename);
+    }
+    if (!missing.isEmpty())
+        throw AppError(QStringLiteral("xcodebuild finished for %1 on %2 without writing %3 of %4 screenshots: %5")
+                           .arg(language, deviceName)
+                           .arg(missing.size())
+                           .arg(m_project.screens.size())
+                           .arg(missing.join(QStringLiteral(", "))));
 }
 
 void RecordedRun::checkScreenshots(const QString &outputDirectory, const QString &language,
@@ -236,6 +263,7 @@ void RecordedRun::finish(AppModel &m)
     m.refreshReviewImages();
     m.isRunning = false;
     m.runTask = QFuture<void>();
+    m.generationLock.reset();
     emit m.changed();
 }
 
@@ -272,7 +300,38 @@ void RecordedRun::finishFailed(const QString &description)
     });
 }
 
+// One run per workspace, whichever process starts it. A lock left by a
+// process that died is taken over.
+bool takeGenerationLock(AppModel &model)
+{
+    try {
+        Folder::ensure(model.workspaceDirectory());
+    } catch (const AppError &error) {
+        model.setLastError(error.message());
+        return false;
+    }
+    auto lock = std::make_unique<QLockFile>(model.generationLockFile());
+    lock->setStaleLockTime(0);
+    if (!lock->tryLock(0)) {
+        qint64 pid = 0;
+        QString host;
+        QString application;
+        lock->getLockInfo(&pid, &host, &application);
+        model.setLastError(QStringLiteral("Another generation is running in this workspace (process %1). Wait for it "
+                                          "to finish or cancel it, then start again.")
+                               .arg(pid));
+        return false;
+    }
+    model.generationLock = std::move(lock);
+    return true;
+}
+
 } // namespace
+
+QString AppModel::generationLockFile() const
+{
+    return workspaceDirectory() + QStringLiteral("/.generation.lock");
+}
 
 QString AppModel::driftStopMessage()
 {
@@ -299,6 +358,8 @@ void AppModel::startRecordedAttachedCapture()
     }
     while (runPool().activeThreadCount() > 0)
         awaitDelay(0.02);
+    if (!takeGenerationLock(*this))
+        return;
     runCancelRequested = std::make_shared<std::atomic_bool>(false);
     runTask = QtConcurrent::run(&runPool(), runRecordedAttachedCapture, QPointer<AppModel>(this), runCancelRequested);
     emit changed();

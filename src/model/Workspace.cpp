@@ -36,6 +36,18 @@ std::optional<QString> savedProjectSource(AppModel &model, bool &libraryListed)
     return std::nullopt;
 }
 
+// Whether the project just loaded from `source` is already saved exactly as
+// a save would write it: its own file, the mirror and the current identity.
+bool isSavedAsLoaded(AppModel &model, const QString &source, const QByteArray &bytes)
+{
+    const QString id = model.project.projectID.value_or(QString());
+    if (source != model.projectFileURL(id) || ProjectCoding::encodeBytes(model.project) != bytes)
+        return false;
+    const QString workspace = model.workspaceDirectory();
+    return AtomicFile::readIfExists(workspace + QStringLiteral("/project.json")) == bytes
+           && AtomicFile::readIfExists(workspace + QStringLiteral("/current-project-id.txt")) == id.toUtf8();
+}
+
 } // namespace
 
 QString AppModel::workspaceDirectory() const { return m_packageRoot + QStringLiteral("/.quillmark"); }
@@ -89,6 +101,9 @@ void AppModel::normalizeLoadedProject(ScreenshotProject &p) const
 bool AppModel::saveProject()
 {
     assertMainThread();
+    const ProjectChange change(*this, false);
+    if (m_workspaceLockFailed)
+        return false; // lastError says which process holds the workspace
     try {
         Folder::ensure(projectsDirectory());
         if (!project.projectID)
@@ -102,6 +117,7 @@ bool AppModel::saveProject()
 
         const QByteArray bytes = ProjectCoding::encodeBytes(project);
         AtomicFile::write(projectFileURL(*project.projectID), bytes);
+        m_savedProjectBytes = bytes;
         AtomicFile::write(workspaceDirectory() + QStringLiteral("/project.json"), bytes);
         writeCurrentProjectID();
     } catch (const AppError &error) {
@@ -129,12 +145,18 @@ void AppModel::loadSavedProject()
     // here when the newest library entry is the last source to try or the
     // load ends without a save. Every extra listing re-reads every project.
     bool libraryListed = false;
+    bool savedAsLoaded = false;
+    const ProjectChange change(*this);
     try {
         Folder::ensure(projectsDirectory());
         if (const std::optional<QString> source = savedProjectSource(*this, libraryListed)) {
-            ScreenshotProject loaded = ProjectCoding::decode(AtomicFile::read(*source));
+            const QByteArray bytes = AtomicFile::read(*source);
+            ScreenshotProject loaded = ProjectCoding::decode(bytes);
             normalizeLoadedProject(loaded);
             project = loaded;
+            savedAsLoaded = isSavedAsLoaded(*this, *source, bytes);
+            if (savedAsLoaded)
+                m_savedProjectBytes = bytes;
         }
     } catch (const AppError &error) {
         // The start-up project stays current and is not saved, so the file
@@ -143,6 +165,14 @@ void AppModel::loadSavedProject()
         if (!libraryListed)
             refreshProjectLibrary();
         setLastError(QStringLiteral("Could not load saved project: ") + error.message());
+        return;
+    }
+    recoverInterruptedWork();
+    // A command that only reads leaves the files as they are; the save is
+    // only for a first start or a file that loading repaired or moved.
+    if (savedAsLoaded) {
+        if (!libraryListed)
+            refreshProjectLibrary();
         return;
     }
     if (!saveProject() && !libraryListed)

@@ -17,6 +17,7 @@ bool isInputAction(const OperationDraft &operation) { return !operation.isWait()
 
 void AppModel::startFlowRecording()
 {
+    const ProjectChange change(*this);
     if (!activeDeviceID()) {
         setLastError(QStringLiteral("Attach to a booted simulator before recording."));
         return;
@@ -49,6 +50,7 @@ void AppModel::startFlowRecording()
 
 void AppModel::stopFlowRecording()
 {
+    const ProjectChange change(*this);
     isRecordingFlow = false;
     lastRecordedActionAt.reset();
     pendingOperations.clear();
@@ -70,7 +72,9 @@ void AppModel::stopFlowRecordingIfNeeded()
 
 void AppModel::resetRecordedFlow()
 {
+    const ProjectChange change(*this);
     const bool wasRecording = isRecordingFlow;
+    removeManualCheckpointFiles(); // while the checkpoints still name their images
     pendingOperations.clear();
     selectedScreenID.reset();
     simulatorMouseDown.reset();
@@ -79,7 +83,6 @@ void AppModel::resetRecordedFlow()
     project.manualCaptureIndex = 1;
     lastManualCaptureURL.reset();
     lastRecordedActionAt = wasRecording ? std::optional(ReferenceDate::now()) : std::nullopt;
-    removeManualCheckpointFiles();
     refreshReviewImages();
     saveProject();
     clearLastError();
@@ -109,6 +112,7 @@ std::optional<OperationDraft> AppModel::recordedDelayOperation(ReferenceSeconds 
 
 void AppModel::appendRecordedOperation(const OperationDraft &operation, ReferenceSeconds actionDate)
 {
+    const ProjectChange change(*this);
     if (const std::optional<OperationDraft> wait = recordedDelayOperation(actionDate))
         pendingOperations.append(*wait);
     pendingOperations.append(operation);

@@ -11,6 +11,8 @@
 #include "model/AppModel.h"
 #include "model/Await.h"
 #include "replay/ChildProcess.h"
+#include "replay/CommandTimeLimit.h"
+#include "replay/OutputTail.h"
 
 #include <QStringDecoder>
 #include <stdexcept>
@@ -51,14 +53,23 @@ Result run(const QString &command, const QStringList &arguments, const QString &
         // The system's own reason, unwrapped, like every platform failure.
         throw AppError(QString::fromLocal8Bit(error.what()));
     }
-    child->waitForExit(-1);
+    // A tool that hangs is ended, with everything it started, once its time is up.
+    const std::optional<int> limit = CommandTimeLimit::seconds(command, arguments);
+    if (!child->finishWithin(limit))
+        throw AppError(CommandTimeLimit::exceededMessage(command, arguments, *limit));
+    if (ChildProcess::isInterrupted())
+        throw AppError(QStringLiteral("Interrupted."));
     const ChildProcess::Output &output = child->output();
     Result result{decodeUtf8(output.standardOutput), decodeUtf8(output.standardError)};
     if (output.exitedNormally && output.exitStatus == 0)
         return result;
-    throw AppError(QStringLiteral("Command failed: ") + command + QLatin1Char(' ') + arguments.join(QLatin1Char(' '))
-                   + QLatin1Char('\n')
-                   + (result.standardError.isEmpty() ? result.standardOutput : result.standardError));
+    const QString commandLine = QStringLiteral("Command failed: ") + command + QLatin1Char(' ')
+                                + arguments.join(QLatin1Char(' ')) + QLatin1Char('\n');
+    const QString complaint = result.standardError.isEmpty() ? result.standardOutput : result.standardError;
+    const QString shown = OutputTail::of(complaint);
+    if (shown == complaint)
+        throw AppError(commandLine + complaint);
+    throw AppError(commandLine + shown, commandLine + complaint);
 }
 
 } // namespace ProcessRunner

@@ -29,7 +29,7 @@ void AppModel::refreshRecorderPreview()
         recorderPreviewScale = simulatorDisplayScale(*device);
     } catch (const AppError &error) {
         QFile::remove(path);
-        setLastError(QStringLiteral("Could not refresh simulator preview: ") + error.message());
+        reportError(QStringLiteral("Could not refresh simulator preview: "), error);
         return;
     }
     QFile::remove(path);

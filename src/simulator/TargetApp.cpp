@@ -36,7 +36,7 @@ void AppModel::openTargetApp()
     try {
         launchRecordedApp(*device, language);
     } catch (const AppError &error) {
-        setLastError(QStringLiteral("Could not open target app: ") + error.message());
+        reportError(QStringLiteral("Could not open target app: "), error);
         return;
     }
     awaitDelay(0.8); // let the first screen appear before the preview is taken

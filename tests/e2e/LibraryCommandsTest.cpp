@@ -157,7 +157,9 @@ private slots:
         TestSupport::writeFile(doomedOutput + "/en-US/01.png", "png");
 
         const Result deleted = cli.ok({"projects", "delete", doomedID});
-        QCOMPARE(deleted.out, "Deleted project and opened Keep\nCurrent project: Keep (" + keepID + ")\n");
+        QCOMPARE(deleted.out, "Moved " + cli.root() + "/.quillmark/projects/" + doomedID + ".json to the Trash.\nMoved "
+                                  + doomedOutput + " to the Trash.\nDeleted project and opened Keep\n"
+                                  + "Current project: Keep (" + keepID + ")\n");
         QVERIFY(!QFileInfo::exists(doomedOutput));
         // Into this session's Trash, not gone for good.
         const QString trash = cli.home() + "/.local/share/Trash/files";
@@ -165,7 +167,7 @@ private slots:
         QVERIFY(QFileInfo::exists(trash + "/" + QFileInfo(doomedOutput).fileName() + "/en-US/01.png"));
 
         const Result last = cli.ok({"projects", "delete", keepID.left(8)});
-        QVERIFY(last.out.startsWith("Deleted project and started a new local project.\n"));
+        QVERIFY(last.out.contains(" to the Trash.\nDeleted project and started a new local project.\n"));
         QCOMPARE(cli.json({"status"})["displayName"].toString(), QString("Untitled Project"));
         QCOMPARE(cli.json({"projects"}).toArray().size(), 1);
         QCOMPARE(cli.run({"projects", "open", "NO-SUCH-ID"}).status, 1);
