@@ -161,17 +161,6 @@ private slots:
         for (const QString &file : kept)
             QVERIFY2(QFileInfo::exists(file), qPrintable(file));
     }
-
-    void savesLeaveNoVisibleTemporaryFiles()
-    {
-        QTemporaryDir root;
-        const auto model = startedModel(root.path());
-        model->addCustomLanguage("de-DE");
-        QVERIFY(model->archiveProjectSnapshot());
-        for (const QString &folder : {model->workspaceDirectory(), model->projectsDirectory(), model->snapshotsDirectory()})
-            for (const QString &name : QDir(folder).entryList(QDir::Files | QDir::Hidden))
-                QVERIFY2(name.endsWith(".json") || name == "current-project-id.txt", qPrintable(name));
-    }
 };
 
 VANTREL_TEST(SharedWorkspaceTest);

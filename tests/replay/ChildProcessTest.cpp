@@ -133,13 +133,6 @@ private slots:
         QVERIFY(quick.finishWithin(std::nullopt));
     }
 
-    void childrenReadNothingFromTheTerminal()
-    {
-        // Standard input is /dev/null: a tool that asks a question gets no answer, not the terminal.
-        const auto output = runShell(QStringLiteral("cat; echo done"));
-        QCOMPARE(output.standardOutput, QByteArray("done\n"));
-    }
-
     void destructorEndsARunningChild()
     {
         QElapsedTimer timer;
