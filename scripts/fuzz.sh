@@ -11,6 +11,6 @@ seconds="${1:-60}"
 command -v clang++ >/dev/null || { echo "fuzz.sh: clang++ is needed for libFuzzer" >&2; exit 2; }
 cmake -S . -B build-fuzz -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DVANTREL_FUZZING=ON >/dev/null
 cmake --build build-fuzz --target vantrel-fuzz
-mkdir -p build-fuzz/tests/fuzz/corpus
-QT_QPA_PLATFORM=offscreen build-fuzz/tests/fuzz/vantrel-fuzz -max_total_time="$seconds" -timeout=10 \
-    -rss_limit_mb=4096 build-fuzz/tests/fuzz/corpus
+mkdir -p build-fuzz/tools/fuzz/corpus
+QT_QPA_PLATFORM=offscreen build-fuzz/tools/fuzz/vantrel-fuzz -max_total_time="$seconds" -timeout=10 \
+    -rss_limit_mb=4096 build-fuzz/tools/fuzz/corpus

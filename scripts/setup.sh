@@ -2,6 +2,12 @@
 # Installs what is missing (Debian with apt, macOS with Homebrew), then
 # configures and builds Vantrel into ./build. Safe to run again: it only
 # installs what is not there and rebuilds incrementally.
+#
+#   bash scripts/setup.sh                   everything (the tests need it all)
+#   bash scripts/setup.sh vantrel devicesim only these targets (the demo)
+#   bash scripts/setup.sh --install-only    the packages, nothing built
+#
+# The demo and the tests share one build folder and one configure.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -44,9 +50,18 @@ case "$(uname -s)" in
     Darwin) install_macos ;;
 esac
 
+[ "${1:-}" = --install-only ] && exit 0
+
+# Extra configure arguments, such as -DVANTREL_WARNINGS_AS_ERRORS=ON in CI.
+read -r -a VANTREL_CMAKE_ARGS <<< "${VANTREL_CMAKE_ARGS:-}"
 cmake_args=(-S . -B build -G Ninja)
 if [ "$(uname -s)" = Darwin ]; then
     cmake_args+=(-DCMAKE_PREFIX_PATH="$(brew --prefix qt)")
 fi
+cmake_args+=(${VANTREL_CMAKE_ARGS[@]+"${VANTREL_CMAKE_ARGS[@]}"})
 [ -f build/build.ninja ] || cmake "${cmake_args[@]}" >/dev/null
-cmake --build build
+if [ $# -gt 0 ]; then
+    cmake --build build --target "$@"
+else
+    cmake --build build
+fi

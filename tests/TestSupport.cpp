@@ -3,31 +3,36 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTest>
 
 namespace TestSupport {
 
-std::vector<std::pair<const char *, Factory>> &registeredTests()
+namespace {
+std::vector<RegisteredTest> &registry()
 {
-    static std::vector<std::pair<const char *, Factory>> tests;
+    static std::vector<RegisteredTest> tests;
     return tests;
 }
+} // namespace
 
-int registerTest(const char *name, Factory factory)
+const std::vector<RegisteredTest> &registeredTests() { return registry(); }
+
+int registerTest(const char *name, const QMetaObject *metaObject, Factory factory)
 {
-    registeredTests().emplace_back(name, std::move(factory));
-    return static_cast<int>(registeredTests().size());
+    registry().push_back({name, metaObject, std::move(factory)});
+    return static_cast<int>(registry().size());
 }
 
-QString vantrelBinary() { return QStringLiteral(VANTREL_BINARY_DIR "/src/cli/vantrel"); }
-QString devicesimBinary() { return QStringLiteral(VANTREL_BINARY_DIR "/tools/devicesim/devicesim"); }
+QString vantrelBinary() { return QStringLiteral(VANTREL_CLI_BINARY); }
+QString devicesimBinary() { return QStringLiteral(VANTREL_DEVICESIM_BINARY); }
 
 QString writeFile(const QString &path, const QByteArray &bytes)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        qFatal("cannot write %s", qPrintable(path));
-    file.write(bytes);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(bytes) != bytes.size())
+        QTest::qFail(qPrintable(QStringLiteral("cannot write %1: %2").arg(path, file.errorString())), __FILE__,
+                     __LINE__);
     return path;
 }
 

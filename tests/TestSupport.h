@@ -1,7 +1,8 @@
 #pragma once
-// Shared plumbing for the test executables: one executable per folder runs
-// every test class registered in it, and helpers give each test a private
-// data root so that no test ever touches the user's real folders.
+// Shared plumbing for the test executables: one executable per folder holds
+// the test classes registered in it (CTest runs each function on its own, see
+// TestMain.cpp), and helpers give each test a private data root so that no
+// test ever touches the user's real folders.
 
 #include <QObject>
 #include <QString>
@@ -13,14 +14,21 @@
 namespace TestSupport {
 
 using Factory = std::function<QObject *()>;
-int registerTest(const char *name, Factory factory);
-std::vector<std::pair<const char *, Factory>> &registeredTests();
+struct RegisteredTest
+{
+    const char *name;
+    const QMetaObject *metaObject; // lists the functions without making the object
+    Factory factory;
+};
+int registerTest(const char *name, const QMetaObject *metaObject, Factory factory);
+const std::vector<RegisteredTest> &registeredTests();
 
-// Absolute paths of the freshly built programs.
+// Absolute paths of the freshly built programs, as CMake passed them.
 QString vantrelBinary();
 QString devicesimBinary();
 
-// Writes a file (creating parent folders) and returns its path.
+// Writes a file (creating parent folders) and returns its path; a failure
+// fails the running test with the reason.
 QString writeFile(const QString &path, const QByteArray &bytes);
 QByteArray readFile(const QString &path);
 
@@ -34,4 +42,5 @@ bool realToolShadowsStandIn(const QStringList &tools = {QStringLiteral("xcrun"),
 
 #define VANTREL_TEST(Class)                                                              \
     static const int vantrelRegistered##Class =                                          \
-        TestSupport::registerTest(#Class, [] { return static_cast<QObject *>(new Class); })
+        TestSupport::registerTest(#Class, &Class::staticMetaObject,                       \
+                                  [] { return static_cast<QObject *>(new Class); })

@@ -105,6 +105,32 @@ qint64 AppModel::runDeviceCount() const
     return project.devices.isEmpty() ? 1 : project.devices.size();
 }
 
+std::optional<QString> AppModel::recordedDeviceNote(const QString &device) const
+{
+    if (!project.recordedOn || project.screens.isEmpty() || !devicePointSizes.contains(device))
+        return std::nullopt;
+    const RecordingDevice &recorded = *project.recordedOn;
+    const QSizeF size = devicePointSizes.value(device);
+    // Sizes come from whole pixels over the scale; a hundredth of a point is no difference.
+    if (qAbs(size.width() - recorded.width) < 0.01 && qAbs(size.height() - recorded.height) < 0.01)
+        return std::nullopt;
+    const auto points = [](double width, double height) {
+        return QString::number(width) + QStringLiteral(" \u00d7 ") + QString::number(height);
+    };
+    return QStringLiteral("Taps were recorded on %1 (%2 points); %3 is %4 points, so the flow may tap other places.")
+        .arg(recorded.name, points(recorded.width, recorded.height), displayNameForDeviceID(device),
+             points(size.width(), size.height()));
+}
+
+QStringList AppModel::recordedDeviceNotes() const
+{
+    QStringList notes;
+    for (const QString &device : project.devices)
+        if (const std::optional<QString> note = recordedDeviceNote(device); note && !notes.contains(*note))
+            notes.append(*note);
+    return notes;
+}
+
 qint64 AppModel::runTotalCount() const
 {
     qint64 perDevice = 0;

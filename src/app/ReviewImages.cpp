@@ -1,10 +1,14 @@
 // The review gallery: every PNG under the project's output folder, the
 // cards per language and the images held back for review.
 
+#include "generation/ScreenshotFileName.h"
 #include "model/AppModel.h"
+#include "model/PathSanitizer.h"
+#include "simulator/CodePointOrder.h"
 
 #include <QDirIterator>
-#include <QMap>
+#include <QFileInfo>
+#include <map>
 #include <algorithm>
 
 namespace {
@@ -13,6 +17,35 @@ const QString needsReviewPrefix = QStringLiteral("_needs-review/");
 const QString manualPrefix = QStringLiteral("manual/");
 
 } // namespace
+
+QString AppModel::noReferenceNote()
+{
+    return QStringLiteral("no reference for this device");
+}
+
+// The first language's screenshots on a device of another size than the
+// recorded references are kept without a check; the gallery says so, since
+// they are the pictures every later language of that device is held against.
+void AppModel::noteUncheckedImages(QList<ReviewImage> &images) const
+{
+    if (project.languages.isEmpty())
+        return;
+    const QString firstLanguage = PathSanitizer::component(project.languages.first()) + QLatin1Char('/');
+    for (ReviewImage &image : images) {
+        if (!image.relativePath.startsWith(firstLanguage))
+            continue;
+        const QString fileName = QFileInfo(image.relativePath).fileName();
+        for (qsizetype i = 0; i < project.screens.size(); ++i) {
+            const QString name = project.screens.at(i).name;
+            if (screenshotFileName(i + 1, name) != fileName)
+                continue;
+            const std::optional<QString> reference = referenceCheckpointURL(i + 1, name);
+            if (reference && QFileInfo::exists(*reference) && !isReferenceForDevice(*reference, image.url))
+                image.note = noReferenceNote();
+            break;
+        }
+    }
+}
 
 void AppModel::refreshReviewImages()
 {
@@ -28,12 +61,15 @@ void AppModel::refreshReviewImages()
             const QString path = it.next();
             if (it.fileInfo().suffix().toLower() != QLatin1String("png"))
                 continue;
-            images.append({path, QString(path).replace(prefix, QString())});
+            images.append({path, QString(path).replace(prefix, QString()), QString()});
         }
     }
-    // Plain comparison of UTF-16 units: de-DE/10.png sorts before de-DE/2.png.
-    std::stable_sort(images.begin(), images.end(),
-                     [](const ReviewImage &a, const ReviewImage &b) { return a.relativePath < b.relativePath; });
+    // Plain code-point comparison, like every other list: de-DE/10.png sorts
+    // before de-DE/2.png.
+    std::stable_sort(images.begin(), images.end(), [](const ReviewImage &a, const ReviewImage &b) {
+        return CodePointOrder::less(a.relativePath, b.relativePath);
+    });
+    noteUncheckedImages(images);
     reviewImages = images;
     emit changed();
 }
@@ -49,8 +85,8 @@ QList<ReviewImage> AppModel::needsReviewImages() const
 
 QList<GeneratedLanguageGroup> AppModel::groupedImages() const
 {
-    // QMap keeps its keys in plain ascending order, which is the card order.
-    QMap<QString, QList<ReviewImage>> byLanguage;
+    // Keys in code-point order, which is the card order.
+    std::map<QString, QList<ReviewImage>, CodePointOrder::Less> byLanguage;
     for (const ReviewImage &image : reviewImages) {
         if (image.relativePath.startsWith(manualPrefix) || image.relativePath.startsWith(needsReviewPrefix))
             continue;
@@ -59,7 +95,7 @@ QList<GeneratedLanguageGroup> AppModel::groupedImages() const
             byLanguage[parts.first()].append(image);
     }
     QList<GeneratedLanguageGroup> groups;
-    for (auto it = byLanguage.cbegin(); it != byLanguage.cend(); ++it)
-        groups.append({it.key(), it.value()});
+    for (const auto &[language, images] : byLanguage)
+        groups.append({language, images});
     return groups;
 }

@@ -1,17 +1,20 @@
 // vantrel record: a scriptable recorder. It starts a recording and reads
 // one command per line from standard input (a person at a terminal or a
 // script), driving the same model operations as the desktop recorder. Taps
-// and swipes are performed on the device at once, like typed text; waits
-// come from the real time that passes between commands.
+// and swipes are performed on the device at once, like typed text. The
+// recorded waits are the script's own: its clock moves only by its `wait`
+// commands, never by the time a command takes to carry out.
 
 #include "Command.h"
 
 #include "model/Await.h"
 #include "model/OperationDraft.h"
+#include "recorder/OperationDescription.h"
 #include "recorder/RecordedGesture.h"
 
 #include <QTextStream>
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -30,6 +33,7 @@ const char *sessionHelp =
 struct Session
 {
     CommandContext &c;
+    std::shared_ptr<ReferenceSeconds> clock; // the script's time
     bool refused = false;
 
     // Prints what the model said about the last command; a refusal does not
@@ -67,9 +71,10 @@ struct Session
         c.out.flush();
     }
 
+    // "Recorded Tap 147, 790": the operation the model has just recorded.
     void printRecorded()
     {
-        c.out << c.model.simulatorEventRecordingStatus << "\n";
+        c.out << "Recorded " << OperationDescription::text(c.model.pendingOperations.last()) << "\n";
         c.out.flush();
     }
 
@@ -118,7 +123,7 @@ struct Session
     void type(const QString &text)
     {
         if (text.trimmed().isEmpty())
-            return refuse(QStringLiteral("Usage: type TEXT"));
+            return; // typing only blanks types nothing
         c.model.addRecordedType(text);
         if (!c.model.lastError)
             printRecorded();
@@ -131,7 +136,8 @@ struct Session
         const double seconds = ok ? words.at(0).toDouble(&ok) : 0;
         if (!ok || seconds < 0)
             return refuse(QStringLiteral("Usage: wait SECONDS"));
-        awaitDelay(seconds);
+        awaitDelay(seconds); // the app on the device gets that time, too
+        *clock += seconds;
     }
 
     void checkpoint(const QString &name)
@@ -176,6 +182,8 @@ int runSession(CommandContext &c)
 {
     // Taps and swipes are typed here, not clicked in the Simulator window.
     c.model.observesDesktopClicks = false;
+    const auto clock = std::make_shared<ReferenceSeconds>(ReferenceDate::now());
+    c.model.recordingClock = [clock] { return *clock; };
     c.model.startFlowRecording();
     c.flushLog();
     if (!c.model.isRecordingFlow)
@@ -187,7 +195,7 @@ int runSession(CommandContext &c)
     }
     c.out << "Recording. One command per line; 'stop' or the end of input ends the recording.\n";
     c.out.flush();
-    Session session{c};
+    Session session{c, clock};
     QTextStream in(stdin);
     QString line;
     while (in.readLineInto(&line) && session.handle(line)) {

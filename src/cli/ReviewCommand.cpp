@@ -11,7 +11,12 @@ QJsonArray imagesJson(const QList<ReviewImage> &images)
 {
     QJsonArray array;
     for (const ReviewImage &image : images)
-        array.append(QJsonObject{{QStringLiteral("relativePath"), image.relativePath}, {QStringLiteral("file"), image.url}});
+    {
+        QJsonObject item{{QStringLiteral("relativePath"), image.relativePath}, {QStringLiteral("file"), image.url}};
+        if (!image.note.isEmpty())
+            item.insert(QStringLiteral("note"), image.note);
+        array.append(item);
+    }
     return array;
 }
 
@@ -19,7 +24,7 @@ void printImages(CommandContext &c, const QString &heading, const QList<ReviewIm
 {
     c.out << heading << " (" << images.size() << ")\n";
     for (const ReviewImage &image : images)
-        c.out << "  " << image.relativePath << "\n";
+        c.out << "  " << image.relativePath << (image.note.isEmpty() ? QString() : "  (" + image.note + ")") << "\n";
 }
 
 int runReview(CommandContext &c)

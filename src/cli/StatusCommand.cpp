@@ -70,6 +70,7 @@ int runStatus(CommandContext &c)
             {QStringLiteral("workspaceDirectory"), c.model.workspaceDirectory()},
             {QStringLiteral("preflight"), preflightJson(checks)},
             {QStringLiteral("readiness"), c.model.runReadinessMessage()},
+            {QStringLiteral("notes"), QJsonArray::fromStringList(c.model.recordedDeviceNotes())},
         });
         return 0;
     }
@@ -89,6 +90,8 @@ int runStatus(CommandContext &c)
     for (const ProductPreflightCheck &check : checks)
         c.out << "  [" << (check.isReady ? "x" : " ") << "] " << check.title << ": " << check.detail << "\n";
     c.out << "\n" << c.model.runReadinessMessage() << "\n";
+    for (const QString &note : c.model.recordedDeviceNotes())
+        c.out << note << "\n";
     return 0;
 }
 

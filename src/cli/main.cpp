@@ -91,8 +91,14 @@ int main(int argc, char **argv)
     AppModel model(root);
     CommandContext context{model, arguments, out, err};
 
-    model.loadSavedProject();
-    if (model.lastError) {
+    const bool loaded = model.loadSavedProject();
+    if (loaded && model.lastError) {
+        // The project loaded but could not be written back (a read-only
+        // workspace, say): every command still works on it, and a command
+        // that changes it reports its own failed save.
+        err << *model.lastError << "\n";
+        model.clearLastError();
+    } else if (!loaded) {
         err << *model.lastError << "\n";
         if (!command->recoversFromFailedLoad) {
             if (!model.projectLibrary.isEmpty())

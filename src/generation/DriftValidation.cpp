@@ -1,8 +1,16 @@
 // After each language and device of a recorded run, every generated
-// screenshot is compared with the reference saved when its checkpoint was
-// recorded; those that drifted are moved to "_needs-review" so that they are
-// never published by mistake.
+// screenshot is compared with the picture it should look like; those that
+// drifted are moved to "_needs-review" so that they are never published by
+// mistake.
+//
+// What a screenshot should look like: its checkpoint's reference, which was
+// taken on the device the flow was recorded on, but only when the two have
+// the same pixel size. A device of another size has no reference: there the
+// first language's screenshots are kept unchecked, and every later language
+// is held against the first language's screenshot of the same checkpoint on
+// that device, with the same threshold.
 
+#include "ImagePixelSize.h"
 #include "ScreenshotDriftDetector.h"
 #include "ScreenshotFileName.h"
 #include "ThumbnailCache.h"
@@ -14,6 +22,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImageReader>
 
 namespace {
 
@@ -41,16 +50,24 @@ std::optional<double> driftScore(const ScreenCheck &check)
     return ScreenshotDriftDetector::score(*a, *b);
 }
 
-// A reference is read only from the project's own folder "manual": a
-// document or a link may name a file anywhere.
-bool isProjectReference(const AppModel &model, const QString &reference)
+// Why the recorded reference of a screen cannot be compared with, when it
+// exists: it is read only from the project's own folder "manual" (a
+// document or a link may name a file anywhere), and must be a picture.
+std::optional<QString> unusableReference(const AppModel &model, qint64 screenNumber, const QString &screenName)
 {
+    const std::optional<QString> reference = model.referenceCheckpointURL(screenNumber, screenName);
+    if (!reference || !QFileInfo::exists(*reference))
+        return std::nullopt; // nothing recorded: nothing to report
     try {
         model.checkManualCaptureDirectory();
+        if (!ContainedPath::isInside(*reference, model.manualCaptureDirectory()))
+            throw AppError(QString());
     } catch (const AppError &) {
-        return false;
+        return QStringLiteral("lies outside the folder manual");
     }
-    return ContainedPath::isInside(reference, model.manualCaptureDirectory());
+    if (!QImageReader(*reference, "png").canRead())
+        return QStringLiteral("is not a readable PNG image");
+    return std::nullopt;
 }
 
 } // namespace
@@ -69,15 +86,16 @@ QList<ScreenshotValidationIssue> AppModel::validateGeneratedScreens(const QStrin
         check.filename = screenshotFileName(i + 1, screen.name);
         check.generated = QDir(outputDirectory).filePath(check.filename);
         check.exists = QFileInfo::exists(check.generated);
-        const std::optional<QString> reference = referenceCheckpointURL(i + 1, screen.name);
-        if (check.exists && reference && QFileInfo::exists(*reference)) {
-            if (isProjectReference(*this, *reference)) {
-                check.generatedSamples = ThumbnailCache::thumbnail(check.generated);
-                check.referenceSamples = ThumbnailCache::thumbnail(*reference);
-            } else {
-                appendLog(QStringLiteral("Not compared: the reference of %1 lies outside the folder manual.")
-                              .arg(check.filename));
-            }
+        const std::optional<QString> unusable = check.exists ? unusableReference(*this, i + 1, screen.name)
+                                                             : std::nullopt;
+        if (unusable)
+            appendLog(QStringLiteral("Not compared: the reference of %1 %2.").arg(check.filename, *unusable));
+        const std::optional<QString> baseline =
+            check.exists && !unusable ? driftBaselineURL(i + 1, screen.name, check.generated, language, deviceName)
+                                      : std::nullopt;
+        if (baseline) {
+            check.generatedSamples = ThumbnailCache::thumbnail(check.generated);
+            check.referenceSamples = ThumbnailCache::thumbnail(*baseline);
         }
         checks.append(check);
     }
@@ -110,6 +128,36 @@ std::optional<QString> AppModel::referenceCheckpointURL(qint64 screenNumber, con
         break;
     }
     return manualCaptureDirectory() + QLatin1Char('/') + screenshotFileName(screenNumber, fallbackName);
+}
+
+bool AppModel::isReferenceForDevice(const QString &reference, const QString &screenshot)
+{
+    return ImagePixelSize::of(reference) == ImagePixelSize::of(screenshot);
+}
+
+std::optional<QString> AppModel::driftBaselineURL(qint64 screenNumber, const QString &screenName,
+                                                  const QString &screenshot, const QString &language,
+                                                  const QString &deviceName) const
+{
+    const std::optional<QString> reference = referenceCheckpointURL(screenNumber, screenName);
+    if (!reference || !QFileInfo::exists(*reference))
+        return std::nullopt; // nothing recorded to compare with
+    if (isReferenceForDevice(*reference, screenshot))
+        return reference;
+    const QString firstLanguage = project.languages.value(0);
+    if (language == firstLanguage)
+        return std::nullopt;
+    const QString firstShot = QDir(generatedOutputDirectory(firstLanguage, deviceName))
+                                  .filePath(screenshotFileName(screenNumber, screenName));
+    if (!QFileInfo::exists(firstShot))
+        return std::nullopt;
+    return firstShot;
+}
+
+QString AppModel::generatedOutputDirectory(const QString &language, const QString &deviceName) const
+{
+    return project.outputDirectory + QLatin1Char('/') + PathSanitizer::component(language) + QLatin1Char('/')
+           + PathSanitizer::component(deviceName);
 }
 
 QString AppModel::needsReviewDirectory(const QString &language, const QString &deviceName) const

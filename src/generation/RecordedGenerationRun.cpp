@@ -13,7 +13,6 @@
 #include "model/Await.h"
 #include "model/ErrorDetails.h"
 #include "model/Folder.h"
-#include "model/PathSanitizer.h"
 #include "replay/ChildProcess.h"
 #include "replay/XCUITestReplay.h"
 #include "simulator/ProcessRunner.h"
@@ -72,6 +71,8 @@ private:
     void prepare();
     void prepareDevice(const QString &device);
     void runPair(const QString &device, const QString &language);
+    void replay(const QString &device, const QString &language, const QString &outputDirectory);
+    void giveBackStatusBar(const QString &device);
     QString runCommand(const QStringList &arguments, const QString &command = QStringLiteral("xcrun"));
     void checkAllWritten(const QString &outputDirectory, const QString &language, const QString &deviceName);
     void checkScreenshots(const QString &outputDirectory, const QString &language, const QString &deviceName);
@@ -154,60 +155,43 @@ void RecordedRun::prepareDevice(const QString &device)
         // Already booted: the run goes on with the device as it is.
     }
     checkCancelled();
-    try {
-        runCommand({QStringLiteral("-a"), QStringLiteral("Simulator"), QStringLiteral("--args"),
-                    QStringLiteral("-CurrentDeviceUDID"), device},
-                   QStringLiteral("open"));
-    } catch (const AppError &) {
-        // Only brings the Simulator window to this device; the replay does
-        // not need the window, and bootstatus below says whether the device
-        // is usable.
-    }
+    // Only the boot may fail quietly: every other command that prepares the
+    // device fails the run, so that a run never ends "complete" on a
+    // Simulator that was not brought up as asked.
+    runCommand({QStringLiteral("-a"), QStringLiteral("Simulator"), QStringLiteral("--args"),
+                QStringLiteral("-CurrentDeviceUDID"), device},
+               QStringLiteral("open"));
     checkCancelled();
     runCommand({QStringLiteral("simctl"), QStringLiteral("bootstatus"), device, QStringLiteral("-b")});
     checkCancelled();
-    onMain([device](AppModel &m) { m.ensureRecordedAppInstalled(device); });
+    onMain([device](AppModel &m) {
+        m.ensureRecordedAppInstalled(device);
+        // Now that it runs, the device can say whether it is the size the
+        // flow was recorded on.
+        m.refreshDevicePointSize(device);
+        if (const std::optional<QString> note = m.recordedDeviceNote(device))
+            m.appendLog(*note);
+    });
 }
 
 void RecordedRun::runPair(const QString &device, const QString &language)
 {
-    const QString deviceName = onMain([&](AppModel &m) {
+    const auto [deviceName, outputDirectory] = onMain([&](AppModel &m) {
         m.updateRunProgress(language, device, 0, RunProgressState::running);
         const QString name = m.displayNameForDeviceID(device);
         m.appendLog(QStringLiteral("Running ") + name + QStringLiteral(" / ") + language);
-        return name;
+        return std::pair(name, m.generatedOutputDirectory(language, name));
     });
-    onMain([&](AppModel &m) {
-        m.launchRecordedApp(device, language);
-        m.overrideStatusBar(device);
-    });
-    checkCancelled();
-
-    const QString outputDirectory = m_project.outputDirectory + QLatin1Char('/') + PathSanitizer::component(language)
-                                    + QLatin1Char('/') + PathSanitizer::component(deviceName);
-    Folder::ensure(outputDirectory);
-
-    log(QStringLiteral("Replaying %1 checkpoints for %2").arg(m_project.screens.size()).arg(language));
-    {
-        BuildCanceller canceller(m_cancelled);
-        QPointer<AppModel> model = m_model;
-        XCUITestReplay::run(AppModel::replaySteps(m_project.screens), m_project.bundleId, device, m_workspace,
-                            outputDirectory, [model, language, device, outputDirectory](const QString &path) {
-                                // Queued, not blocking: a burst of lines is counted in order
-                                // without holding the build back.
-                                QMetaObject::invokeMethod(
-                                    &mainThreadRelay(),
-                                    [model, language, device] {
-                                        if (model)
-                                            model->incrementRunProgress(language, device);
-                                    },
-                                    Qt::QueuedConnection);
-                                // The drift check needs this screenshot's thumbnail:
-                                // make it while the device works on the next one.
-                                ThumbnailCache::prefetch(QDir(outputDirectory).filePath(path));
-                            });
+    onMain([&](AppModel &m) { m.launchRecordedApp(device, language); });
+    try {
+        onMain([&](AppModel &m) { m.overrideStatusBar(device); });
+        checkCancelled();
+        replay(device, language, outputDirectory);
+        checkCancelled();
+    } catch (...) {
+        giveBackStatusBar(device);
+        throw;
     }
-    checkCancelled();
     onMain([&](AppModel &m) { m.resetStatusBar(device); });
 
     const QFileInfoList files = QDir(outputDirectory).entryInfoList(QDir::Files);
@@ -217,6 +201,48 @@ void RecordedRun::runPair(const QString &device, const QString &language)
     onMain([&](AppModel &m) { m.updateRunProgress(language, device, count, RunProgressState::done); });
     checkAllWritten(outputDirectory, language, deviceName);
     checkScreenshots(outputDirectory, language, deviceName);
+}
+
+void RecordedRun::replay(const QString &device, const QString &language, const QString &outputDirectory)
+{
+    Folder::ensure(outputDirectory);
+    log(QStringLiteral("Replaying %1 checkpoints for %2").arg(m_project.screens.size()).arg(language));
+    BuildCanceller canceller(m_cancelled);
+    QPointer<AppModel> model = m_model;
+    XCUITestReplay::run(AppModel::replaySteps(m_project.screens), m_project.bundleId, device, m_workspace,
+                        outputDirectory, [model, language, device, outputDirectory](const QString &path) {
+                            // Queued, not blocking: a burst of lines is counted in order
+                            // without holding the build back.
+                            QMetaObject::invokeMethod(
+                                &mainThreadRelay(),
+                                [model, language, device] {
+                                    if (model)
+                                        model->incrementRunProgress(language, device);
+                                },
+                                Qt::QueuedConnection);
+                            // The drift check needs this screenshot's thumbnail:
+                            // make it while the device works on the next one.
+                            ThumbnailCache::prefetch(QDir(outputDirectory).filePath(path));
+                        });
+}
+
+// After a replay that failed or was cancelled, the device gets its own
+// status bar back all the same. The run's own error is what the user needs
+// to see, so a failure here is only logged.
+void RecordedRun::giveBackStatusBar(const QString &device)
+{
+    try {
+        onMain([&](AppModel &m) {
+            try {
+                m.resetStatusBar(device);
+            } catch (const std::exception &error) {
+                m.appendLog(QStringLiteral("Could not clear the status bar of ") + m.displayNameForDeviceID(device)
+                            + QStringLiteral(": ") + describe(error));
+            }
+        });
+    } catch (const ModelGone &) {
+        // Nobody is left to clear it for.
+    }
 }
 
 // A test run that succeeds without leaving its pictures is a failure of

@@ -36,6 +36,7 @@
 #include <QString>
 #include <atomic>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -79,6 +80,8 @@ public:
     std::optional<QImage> recorderPreviewImage;
     QSizeF recorderPreviewPixelSize{0, 0};
     double recorderPreviewScale = 1.0;
+    // Screen sizes in points of the devices seen running, by UDID.
+    QHash<QString, QSizeF> devicePointSizes;
     QString simulatorEventRecordingStatus = idleRecordingStatus();
     QHash<QString, RunProgress> runProgress; // key: RunProgress::key(language, deviceID)
     std::optional<RunOutcome> lastRunOutcome;
@@ -87,6 +90,10 @@ public:
     // False for a front that enters taps itself (the command line's scripted
     // recorder): a recording then installs no desktop-wide click monitor.
     bool observesDesktopClicks = true;
+    // The clock that recorded waits are measured by: real time, except for
+    // a front that plays a script, whose clock moves only by the waits the
+    // script asks for. Clicks in the Simulator window always go by real time.
+    std::function<ReferenceSeconds()> recordingClock = ReferenceDate::now;
     std::optional<SimulatorMouseDown> simulatorMouseDown;
 
     // The generation run in flight (one worker), and its stop flag.
@@ -168,7 +175,9 @@ public:
     // rest of the state up to date. Fronts call this once after creation.
     void bootstrap(); // loadSavedProject(), then refreshAfterLoad()
     void refreshAfterLoad();
-    void loadSavedProject();
+    // False when the saved project could not be loaded (lastError says why);
+    // true once it is current, even when saving it back failed.
+    bool loadSavedProject();
     bool saveProject(); // false when the save failed (lastError is set)
     void writeCurrentProjectID();
     void ensureProjectIdentityAndOutputDirectory(const QString &displayName,
@@ -220,6 +229,9 @@ public:
     // chosen bundle stays) and returns it; nothing when not exactly one is booted.
     std::optional<QString> adoptSoleBootedDevice();
     double simulatorDisplayScale(const QString &device); // throws AppError
+    // Learns the device's screen size in points (devicePointSizes); a device
+    // that is not running stays unknown.
+    void refreshDevicePointSize(const QString &device);
     QString displayNameForDeviceID(const QString &udid) const;
 
     void refreshInstalledApps();
@@ -327,6 +339,17 @@ public:
     QList<ScreenshotValidationIssue> validateGeneratedScreens(const QString &outputDirectory, const QString &language,
                                                               const QString &deviceName); // throws AppError
     std::optional<QString> referenceCheckpointURL(qint64 screenNumber, const QString &fallbackName) const;
+    // Whether a reference stands for the device a screenshot was taken on:
+    // the two have the same pixel size.
+    static bool isReferenceForDevice(const QString &reference, const QString &screenshot);
+    // The picture a screenshot is held against: its checkpoint's reference
+    // when that stands for this device; on a device of another size, the
+    // first language's screenshot of the checkpoint on that device; nothing
+    // when the screenshot is kept unchecked.
+    std::optional<QString> driftBaselineURL(qint64 screenNumber, const QString &screenName, const QString &screenshot,
+                                            const QString &language, const QString &deviceName) const;
+    // outputDirectory/<language>/<device name>, both made safe for a path.
+    QString generatedOutputDirectory(const QString &language, const QString &deviceName) const;
     QString needsReviewDirectory(const QString &language, const QString &deviceName) const;
     void moveSuspiciousScreenshotToNeedsReview(const QString &url, const QString &filename, const QString &language,
                                                const QString &deviceName); // throws AppError
@@ -347,10 +370,16 @@ public:
     static std::optional<QString> recordedFlowReplayIssue(const QList<ScreenDraft> &screens);
     QString runReadinessMessage() const;
     qint64 runDeviceCount() const;
+    // Taps and swipes replay in points: for a generation device whose size
+    // is known and differs from the device the flow was recorded on, the
+    // line that says so; nothing otherwise.
+    std::optional<QString> recordedDeviceNote(const QString &device) const;
+    QStringList recordedDeviceNotes() const; // for every generation device
     qint64 runTotalCount() const;
     QList<QuickStartRow> quickStartRows();
 
     void refreshReviewImages();
+    static QString noReferenceNote(); // ReviewImage::note of an image kept unchecked
     QList<ReviewImage> needsReviewImages() const;         // under "_needs-review/"
     QList<GeneratedLanguageGroup> groupedImages() const;  // gallery cards, by language
     // Writes workspace/diagnostics.txt; its location, or nothing (lastError set).
@@ -368,6 +397,7 @@ private:
     void assertMainThread() const;
     // Opening, restoring or replacing a project ends a flow recording first.
     void stopFlowRecordingIfNeeded();
+    void noteUncheckedImages(QList<ReviewImage> &images) const;
 
     QString m_packageRoot;
     std::unique_ptr<PlatformServices> m_platform;

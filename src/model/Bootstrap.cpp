@@ -24,4 +24,10 @@ void AppModel::refreshAfterLoad()
     // complaint would hide why none could be adopted.
     if (!project.devices.isEmpty())
         refreshRecorderPreview();
+    // Readiness tells when a generation device is not the size the flow was
+    // recorded on; the preview has measured the first device already.
+    if (project.recordedOn && !project.screens.isEmpty())
+        for (const QString &device : project.devices)
+            if (!devicePointSizes.contains(device))
+                refreshDevicePointSize(device);
 }

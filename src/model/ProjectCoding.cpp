@@ -319,6 +319,10 @@ QJsonObject encode(const ScreenshotProject &p)
         }
         o.insert(QStringLiteral("manualScreens"), manual);
     }
+    if (p.recordedOn)
+        o.insert(QStringLiteral("recordedOn"), QJsonObject{{QStringLiteral("name"), p.recordedOn->name},
+                                                           {QStringLiteral("width"), p.recordedOn->width},
+                                                           {QStringLiteral("height"), p.recordedOn->height}});
     return o;
 }
 
@@ -364,6 +368,11 @@ ScreenshotProject decode(const QJsonObject &object)
                                                           [](const Reader &m) { return decodeManualScreen(m); });
     else
         p.manualScreens.reset();
+    if (r.has(QStringLiteral("recordedOn"))) {
+        const Reader device = r.object(QStringLiteral("recordedOn"));
+        p.recordedOn = RecordingDevice{device.text(QStringLiteral("name")), device.real(QStringLiteral("width")),
+                                       device.real(QStringLiteral("height"))};
+    }
     return p;
 }
 

@@ -33,6 +33,17 @@ struct ManualScreenDraft
     bool operator==(const ManualScreenDraft &) const = default;
 };
 
+// The device a flow was recorded on and its screen in points: the space
+// that recorded taps and swipes are in.
+struct RecordingDevice
+{
+    QString name;
+    double width = 0;  // points
+    double height = 0; // points
+
+    bool operator==(const RecordingDevice &) const = default;
+};
+
 struct ScreenshotProject
 {
     static constexpr qint64 currentSchemaVersion = 2;
@@ -60,6 +71,7 @@ struct ScreenshotProject
     QList<ScreenDraft> screens;
     std::optional<qint64> manualCaptureIndex = 1;
     std::optional<QList<ManualScreenDraft>> manualScreens = QList<ManualScreenDraft>{};
+    std::optional<RecordingDevice> recordedOn; // absent until a recording knew its device
 
     bool operator==(const ScreenshotProject &) const = default;
 };

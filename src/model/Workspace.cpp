@@ -138,7 +138,7 @@ void AppModel::writeCurrentProjectID()
                       project.projectID->toUtf8());
 }
 
-void AppModel::loadSavedProject()
+bool AppModel::loadSavedProject()
 {
     assertMainThread();
     // The library is read once per load: by the save that ends a load, or
@@ -165,7 +165,7 @@ void AppModel::loadSavedProject()
         if (!libraryListed)
             refreshProjectLibrary();
         setLastError(QStringLiteral("Could not load saved project: ") + error.message());
-        return;
+        return false;
     }
     recoverInterruptedWork();
     // A command that only reads leaves the files as they are; the save is
@@ -173,10 +173,13 @@ void AppModel::loadSavedProject()
     if (savedAsLoaded) {
         if (!libraryListed)
             refreshProjectLibrary();
-        return;
+        return true;
     }
+    // A save that fails here leaves the loaded project current: it is the
+    // user's own, only it could not be written back (lastError says why).
     if (!saveProject() && !libraryListed)
         refreshProjectLibrary();
+    return true;
 }
 
 void AppModel::ensureProjectIdentityAndOutputDirectory(const QString &name, bool preferAppSpecificOutput)

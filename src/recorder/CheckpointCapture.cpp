@@ -68,7 +68,7 @@ void AppModel::captureManualScreenshot(const QString &nameOverride)
     try {
         checkManualCaptureDirectory();
         Folder::ensure(folder);
-        const ReferenceSeconds actionDate = ReferenceDate::now();
+        const ReferenceSeconds actionDate = recordingClock();
         const std::optional<OperationDraft> wait = isRecordingFlow ? recordedDelayOperation(actionDate) : std::nullopt;
         takeSimulatorScreenshot(*device, temporary);
         const QString name = resolvedManualCaptureName(nameOverride, temporary);
@@ -82,7 +82,7 @@ void AppModel::captureManualScreenshot(const QString &nameOverride)
             project.screens.append(ScreenDraft{.id = UuidText::create(), .name = name, .operations = pendingOperations});
             pendingOperations.clear();
             // Measured after the capture, so its own duration never becomes a wait.
-            lastRecordedActionAt = ReferenceDate::now();
+            lastRecordedActionAt = recordingClock();
         }
         project.manualCaptureIndex = index + 1;
         lastManualCaptureURL = target;

@@ -42,9 +42,17 @@ void AppModel::startFlowRecording()
     project.manualCaptureIndex = 1;
     pendingOperations.clear();
     // The first action is preceded by a wait measured from the start.
-    lastRecordedActionAt = ReferenceDate::now();
+    lastRecordedActionAt = recordingClock();
+    project.recordedOn.reset();
     saveProject();
     refreshRecorderPreview();
+    // Taps and swipes are recorded in this device's points; the first
+    // recorded action or checkpoint saves it with the flow.
+    const QString device = project.devices.value(0);
+    if (devicePointSizes.contains(device)) {
+        const QSizeF size = devicePointSizes.value(device);
+        project.recordedOn = RecordingDevice{displayNameForDeviceID(device), size.width(), size.height()};
+    }
     startSimulatorEventMonitoring();
 }
 
@@ -82,7 +90,7 @@ void AppModel::resetRecordedFlow()
     project.manualScreens = QList<ManualScreenDraft>{};
     project.manualCaptureIndex = 1;
     lastManualCaptureURL.reset();
-    lastRecordedActionAt = wasRecording ? std::optional(ReferenceDate::now()) : std::nullopt;
+    lastRecordedActionAt = wasRecording ? std::optional(recordingClock()) : std::nullopt;
     refreshReviewImages();
     saveProject();
     clearLastError();

@@ -5,7 +5,6 @@
 
 #include "model/AppModel.h"
 
-#include "OperationDescription.h"
 #include "model/Await.h"
 #include "replay/XCUITestReplay.h"
 
@@ -38,7 +37,7 @@ void AppModel::recordPerformedOperation(const OperationDraft &operation, const Q
     }
     // The wait is measured up to the moment the user acted, not to the end
     // of the replay that carries the action to the device.
-    const ReferenceSeconds actionDate = ReferenceDate::now();
+    const ReferenceSeconds actionDate = recordingClock();
     const std::optional<OperationDraft> wait = recordedDelayOperation(actionDate);
     try {
         perform({operation}, *device);
@@ -53,7 +52,7 @@ void AppModel::recordPerformedOperation(const OperationDraft &operation, const Q
         pendingOperations.append(*wait);
     pendingOperations.append(operation);
     lastRecordedActionAt = actionDate;
-    simulatorEventRecordingStatus = QStringLiteral("Recorded ") + OperationDescription::text(operation);
+    // The status line speaks of clicks in the Simulator window only.
     saveProject();
     refreshRecorderPreview();
 }

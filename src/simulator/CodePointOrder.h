@@ -6,8 +6,16 @@
 #include <QString>
 
 namespace CodePointOrder {
+
 inline bool less(const QString &a, const QString &b)
 {
     return a.toUcs4() < b.toUcs4();
 }
-}
+
+// For ordered containers and algorithms that take a comparison object.
+struct Less
+{
+    bool operator()(const QString &a, const QString &b) const { return less(a, b); }
+};
+
+} // namespace CodePointOrder

@@ -27,6 +27,7 @@ void AppModel::refreshRecorderPreview()
         recorderPreviewImage = image;
         recorderPreviewPixelSize = QSizeF(image.width(), image.height());
         recorderPreviewScale = simulatorDisplayScale(*device);
+        devicePointSizes.insert(*device, recorderPreviewPixelSize / recorderPreviewScale);
     } catch (const AppError &error) {
         QFile::remove(path);
         reportError(QStringLiteral("Could not refresh simulator preview: "), error);

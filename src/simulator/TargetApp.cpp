@@ -20,6 +20,9 @@ QString appLabel(const ScreenshotProject &project)
 
 void AppModel::openTargetApp()
 {
+    // As attaching does: messages name the device as the Simulator lists it
+    // now, not by the name stored when it was attached.
+    refreshDevices();
     const std::optional<QString> device = activeDeviceID();
     if (!device) {
         setLastError(QStringLiteral("Attach to a booted simulator before opening the target app."));

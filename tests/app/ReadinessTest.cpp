@@ -112,6 +112,94 @@ private slots:
             QCOMPARE(m_model->runReadinessMessage(), issue);
     }
 
+    void runCountsForSeveralDevices_data()
+    {
+        QTest::addColumn<int>("devices");
+        QTest::addColumn<int>("languages");
+        QTest::addColumn<int>("screens");
+        QTest::addColumn<qint64>("deviceCount");
+        QTest::addColumn<qint64>("total");
+        QTest::newRow("two devices") << 2 << 3 << 4 << qint64(2) << qint64(24);
+        QTest::newRow("no device counts as one") << 0 << 3 << 4 << qint64(1) << qint64(12);
+        QTest::newRow("three devices, one language") << 3 << 1 << 2 << qint64(3) << qint64(6);
+        QTest::newRow("no languages") << 2 << 0 << 4 << qint64(2) << qint64(0);
+    }
+
+    void runCountsForSeveralDevices()
+    {
+        QFETCH(int, devices);
+        QFETCH(int, languages);
+        QFETCH(int, screens);
+        QFETCH(qint64, deviceCount);
+        QFETCH(qint64, total);
+        ScreenshotProject &p = m_model->project;
+        p.devices.clear();
+        for (int i = 0; i < devices; ++i)
+            p.devices.append(QStringLiteral("UDID-%1").arg(i));
+        p.languages = QStringList(languages, QStringLiteral("en-US"));
+        p.screens = QList<ScreenDraft>(screens);
+        QCOMPARE(m_model->runDeviceCount(), deviceCount);
+        QCOMPARE(m_model->runTotalCount(), total);
+    }
+
+    void quickStartRowsFollowTheSteps()
+    {
+        const auto describe = [this] {
+            QStringList rows;
+            for (const QuickStartRow &row : m_model->quickStartRows())
+                rows.append(QStringLiteral("%1 %2 | %3 | %4 | %5")
+                                .arg(row.number)
+                                .arg(row.title, row.detail, row.isComplete ? "done" : "open",
+                                     row.buttonTitle.value_or("-")));
+            return rows;
+        };
+        m_platform->accessibilityTrusted = false;
+        QCOMPARE(describe(), (QStringList{
+                                 "1 Attach Simulator | Open your app in Simulator, then attach | open | Attach",
+                                 "2 Allow click recording | Needed to record Simulator taps and drags | open | Allow",
+                                 "3 Choose app | Choose the app running in Simulator | open | Choose",
+                                 "4 Choose languages | 1 selected | done | Choose",
+                                 "5 Record flow | Capture the screens you want in App Store screenshots | open | Record",
+                             }));
+        makeComplete();
+        m_platform->accessibilityTrusted = true;
+        QCOMPARE(describe(), (QStringList{
+                                 "1 Attach Simulator | iPhone 15 | done | Reattach",
+                                 "2 Allow click recording | Permission granted | done | -",
+                                 "3 Choose app | Demo | done | Change",
+                                 "4 Choose languages | 2 selected | done | Choose",
+                                 "5 Record flow | 2 checkpoints recorded | done | Review",
+                             }));
+        m_model->project.attachedDeviceName.reset();
+        QCOMPARE(m_model->quickStartRows().first().detail, QStringLiteral("Attached"));
+        m_model->project.languages.clear();
+        QCOMPARE(m_model->quickStartRows().at(3).detail, QStringLiteral("Pick App Store locales"));
+    }
+
+    // Taps replay in points: a generation device of another size in points
+    // than the one the flow was recorded on gets a line of its own.
+    void deviceOfAnotherSizeIsNamed()
+    {
+        makeComplete();
+        ScreenshotProject &p = m_model->project;
+        p.devices = {QStringLiteral("IPAD"), QStringLiteral("IPHONE"), QStringLiteral("UNKNOWN")};
+        m_model->availableDevices = {{QStringLiteral("iPad Air 11-inch (M2)"), QStringLiteral("IPAD"),
+                                      QStringLiteral("iOS 17 5"), QStringLiteral("Shutdown")}};
+        m_model->devicePointSizes = {{QStringLiteral("IPAD"), QSizeF(820, 1180)},
+                                     {QStringLiteral("IPHONE"), QSizeF(393, 852)}};
+        QVERIFY(m_model->recordedDeviceNotes().isEmpty()); // not known where it was recorded
+
+        p.recordedOn = RecordingDevice{QStringLiteral("iPhone 15 Pro"), 393, 852};
+        QCOMPARE(m_model->recordedDeviceNotes(),
+                 QStringList{QStringLiteral("Taps were recorded on iPhone 15 Pro (393 \u00d7 852 points); iPad Air "
+                                            "11-inch (M2) is 820 \u00d7 1180 points, so the flow may tap other places.")});
+        QVERIFY(!m_model->recordedDeviceNote(QStringLiteral("IPHONE")));
+        QVERIFY(!m_model->recordedDeviceNote(QStringLiteral("UNKNOWN")));
+
+        m_model->devicePointSizes.insert(QStringLiteral("IPHONE"), QSizeF(402.5, 874));
+        QVERIFY(m_model->recordedDeviceNote(QStringLiteral("IPHONE"))->contains(" is 402.5 \u00d7 874 points"));
+    }
+
     void messageFallsThroughInOrder_data()
     {
         QTest::addColumn<QString>("change");

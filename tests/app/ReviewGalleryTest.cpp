@@ -5,6 +5,11 @@
 
 #include "model/AppModel.h"
 #include "platform/scripted/ScriptedPlatformServices.h"
+#include "simulator/SimctlDeviceList.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QImage>
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -52,6 +57,64 @@ private slots:
         QCOMPARE(relativePaths(groups.at(1).images),
                  (QStringList{"de-DE/10.png", "de-DE/2.png", "de-DE/iPhone/01-home.png"}));
         QCOMPARE(relativePaths(model.needsReviewImages()), QStringList{"_needs-review/de-DE/01.png"});
+    }
+
+    // One comparison for every list: a folder named with an emoji (U+1F600)
+    // and one with a full-width letter (U+FF21) sort as the device list sorts
+    // devices of those names, by code point and not by UTF-16 unit.
+    void foldersSortByCodePointLikeTheDeviceList()
+    {
+        const QString emoji = QString::fromUtf8("\xF0\x9F\x98\x80");
+        const QString wide = QString(QChar(0xFF21));
+        const QByteArray deviceList = QStringLiteral(
+            R"({"devices": {"com.apple.CoreSimulator.SimRuntime.iOS-17-5": [)"
+            R"({"name": "%1", "udid": "E", "state": "Booted"}, {"name": "%2", "udid": "W", "state": "Booted"}]}})")
+                                          .arg(emoji, wide).toUtf8();
+        QStringList deviceNames;
+        for (const SimulatorDevice &device : SimctlDeviceList::decode(deviceList).iOSDevices())
+            deviceNames.append(device.name);
+        QCOMPARE(deviceNames, (QStringList{wide, emoji}));
+
+        QTemporaryDir dir;
+        AppModel model(dir.path(), std::make_unique<ScriptedPlatformServices>());
+        model.project.outputDirectory = dir.path() + "/out";
+        for (const QString &folder : {emoji, wide})
+            TestSupport::writeFile(model.project.outputDirectory + "/" + folder + "/01.png", "png");
+        model.refreshReviewImages();
+        QCOMPARE(relativePaths(model.reviewImages), (QStringList{wide + "/01.png", emoji + "/01.png"}));
+        QStringList languages;
+        for (const GeneratedLanguageGroup &group : model.groupedImages())
+            languages.append(group.language);
+        QCOMPARE(languages, deviceNames);
+    }
+
+    // The first language on a device of another size than the recorded
+    // references is kept unchecked, and the gallery says so.
+    void firstLanguageOnAnotherSizeHasNoReference()
+    {
+        QTemporaryDir dir;
+        AppModel model(dir.path(), std::make_unique<ScriptedPlatformServices>());
+        model.project.outputDirectory = dir.path() + "/out";
+        model.project.languages = {"en-US", "de-DE"};
+        ScreenDraft home;
+        home.name = "Home";
+        model.project.screens = {home};
+        const auto save = [&](const QString &file, QSize size) {
+            QImage image(size, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            QDir().mkpath(QFileInfo(model.project.outputDirectory + "/" + file).absolutePath());
+            QVERIFY(image.save(model.project.outputDirectory + "/" + file));
+        };
+        save("manual/01-Home.png", {120, 260});
+        save("en-US/iPhone/01-Home.png", {120, 260});
+        save("en-US/iPad/01-Home.png", {200, 280});
+        save("de-DE/iPad/01-Home.png", {200, 280});
+        model.refreshReviewImages();
+        QStringList notes;
+        for (const ReviewImage &image : model.reviewImages)
+            notes.append(image.relativePath + ": " + image.note);
+        QCOMPARE(notes, (QStringList{"de-DE/iPad/01-Home.png: ", "en-US/iPad/01-Home.png: no reference for this device",
+                                     "en-US/iPhone/01-Home.png: ", "manual/01-Home.png: "}));
     }
 };
 

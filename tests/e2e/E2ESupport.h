@@ -26,6 +26,9 @@ inline const QString iPadUdid = QStringLiteral("B8F02D6C-1E7A-4C39-8D25-3A9E6F0C
 inline const QString demoBundleId = QStringLiteral("com.vantrel.demo.Trips");
 inline const QString demoAppName = QStringLiteral("Trips Caf\u00e9");
 
+// The PNG files below `folder`, as sorted paths relative to it.
+QStringList pngsUnder(const QString &folder);
+
 class DeviceWorld
 {
 public:

@@ -2,6 +2,8 @@
 
 #include "TestSupport.h"
 
+#include <QDir>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -90,6 +92,29 @@ private slots:
         QCOMPARE(vantrel({"--root", root.path(), "projects", "open", id}).status, 0);
         QCOMPARE(vantrel({"--root", root.path(), "status"}).status, 0);
         QCOMPARE(TestSupport::readFile(root.path() + "/.quillmark/projects/ABC.json"), corrupt);
+    }
+
+    // A project that loads but cannot be written back (a folder stands where
+    // the mirror file belongs) is reported as a failed save; commands that
+    // only read it still run, and one that changes it says its save failed.
+    void startUpSaveFailureStillReadsTheProject()
+    {
+        QTemporaryDir root;
+        QCOMPARE(vantrel({"--root", root.path(), "languages", "toggle", "de-DE"}).status, 0);
+        const QString mirror = root.path() + "/.quillmark/project.json";
+        QVERIFY(QFile::remove(mirror));
+        QVERIFY(QDir().mkpath(mirror + "/inside"));
+
+        const Run languages = vantrel({"--root", root.path(), "languages"});
+        QVERIFY2(languages.err.startsWith("Could not save project: "), qPrintable(languages.err));
+        QVERIFY(!languages.err.contains("load"));
+        QCOMPARE(languages.out, QString("en-US     English (United States)\nde-DE     German (Germany)\n"));
+        QCOMPARE(languages.status, 0);
+
+        const Run toggle = vantrel({"--root", root.path(), "languages", "toggle", "fr-FR"});
+        QCOMPARE(toggle.status, 1);
+        QVERIFY2(toggle.err.endsWith("\n") && toggle.err.count("Could not save project: ") == 2, qPrintable(toggle.err));
+        QVERIFY(!toggle.err.contains("Cannot "));
     }
 };
 

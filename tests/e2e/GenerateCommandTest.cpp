@@ -6,7 +6,6 @@
 #include "TestSupport.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -25,16 +24,6 @@ const QStringList screenshots{QStringLiteral("01-trips.png"), QStringLiteral("02
 // The demo app's tab bar: four checkpoints, one per tab.
 const QByteArray tabFlow = "checkpoint trips\ntap 147 790\ncheckpoint explore\ntap 245 790\ncheckpoint saved\n"
                            "tap 343 790\ncheckpoint settings\nstop\n";
-
-QStringList pngsUnder(const QString &folder)
-{
-    QStringList found;
-    QDirIterator it(folder, {"*.png"}, QDir::Files, QDirIterator::Subdirectories);
-    while (it.hasNext())
-        found.append(QDir(folder).relativeFilePath(it.next()));
-    found.sort();
-    return found;
-}
 
 // Build processes of this world that are still alive.
 QStringList buildsOf(const DeviceWorld &world)
@@ -181,6 +170,8 @@ private slots:
         QVERIFY(out.contains("Cancel requested.\nGeneration cancelled.\n"));
         QVERIFY(out.endsWith("\nGeneration cancelled\n0 of 12 screenshots completed.\n"));
         QVERIFY(buildsOf(*m_world).isEmpty());
+        // The device has its own status bar back: no override is left.
+        QVERIFY(m_world->xcrun({"simctl", "status_bar", iPhoneUdid, "list"}).out.endsWith("=\n"));
     }
 
     void buildToolMissingStopsAFlowWithTaps()

@@ -206,7 +206,7 @@ private slots:
         const QString guidePath = guide.out.trimmed();
         QVERIFY(guidePath.endsWith("/CUSTOMER_READY.md"));
         QCOMPARE(TestSupport::readFile(guidePath),
-                 TestSupport::readFile(QStringLiteral(VANTREL_SOURCE_DIR "/resources/CUSTOMER_READY.md")));
+                 TestSupport::readFile(QStringLiteral(VANTREL_TEST_DATA_DIR "/../resources/CUSTOMER_READY.md")));
     }
 };
 

@@ -85,6 +85,28 @@ private slots:
                  (QJsonObject{{"udid", iPhoneUdid}, {"name", "iPhone 15 Pro"}, {"state", "Booted"}}));
     }
 
+    // A device renamed in the Simulator since it was attached is named as
+    // the Simulator lists it now, on success and in a launch failure.
+    void openingNamesTheDeviceByItsCurrentName()
+    {
+        DeviceWorld world;
+        QCOMPARE(world.vantrel({"attach"}).status, 0);
+        QCOMPARE(world.devicesim({"device", "remove", iPhoneUdid}).status, 0);
+        QCOMPARE(world.devicesim({"device", "add", "Travel iPhone", "iOS-17-5", "--udid", iPhoneUdid, "--boot"}).status, 0);
+
+        const Run open = world.vantrel({"open-app"});
+        QVERIFY2(open.status == 0, qPrintable(open.err));
+        QCOMPARE(open.out, "Opened " + demoAppName + " on Travel iPhone in English (United States).\n");
+
+        QCOMPARE(world.devicesim({"fault", "set", "launch-fails", "en-US"}).status, 0);
+        const Run failed = world.vantrel({"open-app"});
+        QCOMPARE(failed.status, 1);
+        QVERIFY2(failed.err.startsWith("Could not open target app: " + demoAppName
+                                       + " is installed on Travel iPhone, but Simulator could not launch it for "
+                                         "English (United States).\n"),
+                 qPrintable(failed.err));
+    }
+
     void missingApp()
     {
         DeviceWorld world;

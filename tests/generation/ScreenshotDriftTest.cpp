@@ -152,6 +152,40 @@ private slots:
         QCOMPARE(issues, (QList<ScreenshotValidationIssue>{{QStringLiteral("02-Set-tings.png"), 1.0}}));
     }
 
+    // References are recorded on one device. Another device's screenshots
+    // are held against them only at the same pixel size; on a device of
+    // another size the first language is kept unchecked and each later
+    // language is held against it.
+    void aDeviceOfAnotherSizeIsHeldAgainstItsFirstLanguage()
+    {
+        m_model->project.languages = {QStringLiteral("en-US"), QStringLiteral("de-DE")};
+        const QString output = m_model->project.outputDirectory;
+        const QSize iPad(200, 280);
+        save(filled(Qt::white), output + QStringLiteral("/manual/01-Home.png"));
+        save(filled(Qt::white), output + QStringLiteral("/manual/02-Set-tings.png"));
+        const QString enIPad = m_model->generatedOutputDirectory(QStringLiteral("en-US"), QStringLiteral("iPad Air"));
+        const QString deIPad = m_model->generatedOutputDirectory(QStringLiteral("de-DE"), QStringLiteral("iPad Air"));
+        QCOMPARE(deIPad, output + QStringLiteral("/de-DE/iPad-Air"));
+        save(filled(Qt::black, iPad), enIPad + QStringLiteral("/01-Home.png"));
+        save(filled(Qt::white, iPad), enIPad + QStringLiteral("/02-Set-tings.png"));
+        QVERIFY(m_model->validateGeneratedScreens(enIPad, QStringLiteral("en-US"), QStringLiteral("iPad Air")).isEmpty());
+        QVERIFY(QFileInfo::exists(enIPad + QStringLiteral("/01-Home.png")));
+
+        save(filled(Qt::black, iPad), deIPad + QStringLiteral("/01-Home.png"));
+        save(filled(Qt::black, iPad), deIPad + QStringLiteral("/02-Set-tings.png"));
+        const auto issues = m_model->validateGeneratedScreens(deIPad, QStringLiteral("de-DE"), QStringLiteral("iPad Air"));
+        QCOMPARE(issues.size(), 1);
+        QCOMPARE(issues.first().filename, QStringLiteral("02-Set-tings.png"));
+        QVERIFY(issues.first().driftScore > 0.99);
+        QVERIFY(QFileInfo::exists(output + QStringLiteral("/_needs-review/de-DE/iPad-Air/02-Set-tings.png")));
+
+        // The recording device's size is held against the references, in every language.
+        const QString enIPhone = m_model->generatedOutputDirectory(QStringLiteral("en-US"), QStringLiteral("iPhone"));
+        save(filled(Qt::black), enIPhone + QStringLiteral("/01-Home.png"));
+        save(filled(Qt::white), enIPhone + QStringLiteral("/02-Set-tings.png"));
+        QCOMPARE(m_model->validateGeneratedScreens(enIPhone, QStringLiteral("en-US"), QStringLiteral("iPhone")).size(), 1);
+    }
+
     void aRewrittenFileIsSampledAgain()
     {
         // The same path, size and (forced) time would be the same version;

@@ -77,6 +77,7 @@ private slots:
         p.screens = {screen};
         p.manualScreens = QList<ManualScreenDraft>{{"A5F0C1D2-0000-4000-8000-000000000001", 1, "Home", "01-home.png"},
                                                    {"A5F0C1D2-0000-4000-8000-000000000002", 2, "Search", std::nullopt}};
+        p.recordedOn = RecordingDevice{"iPhone 15 Pro", 393, 852.5};
 
         const ScreenshotProject back = ProjectCoding::decode(ProjectCoding::encodeBytes(p));
         QCOMPARE(back, p);
@@ -90,7 +91,7 @@ private slots:
         p.manualScreens.reset();
         const QJsonObject o = ProjectCoding::encode(p);
         for (const char *key : {"projectID", "projectName", "createdAt", "updatedAt", "attachedDeviceName",
-                                "manualCaptureIndex", "manualScreens"})
+                                "manualCaptureIndex", "manualScreens", "recordedOn"})
             QVERIFY2(!o.contains(key), key);
         QCOMPARE(ProjectCoding::encode(ScreenshotProject{}).value("manualScreens").toArray().size(), 0);
     }

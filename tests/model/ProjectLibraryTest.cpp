@@ -81,6 +81,20 @@ private slots:
         QVERIFY(!f.model->lastError);
     }
 
+    // Equal dates keep the listing order: file names by code point, so an
+    // emoji name follows a full-width one, as in every other list.
+    void equalDatesKeepTheListingOrder()
+    {
+        Fixture f;
+        f.writeProject(document("EMOJI", "Emoji", 100), QString::fromUtf8("\xF0\x9F\x98\x80.json"));
+        f.writeProject(document("WIDE", "Wide", 100), QString::fromUtf8("\xEF\xBC\xA1.json")); // U+FF21
+        f.writeProject(document("LOWER", "Lower", 100), "a.json");
+        f.writeProject(document("UPPER", "Upper", 100), "Z.json");
+        f.writeProject(document("NEWER", "Newer", 150), "b.json");
+        f.model->refreshProjectLibrary();
+        QCOMPARE(f.libraryIDs(), (QStringList{"NEWER", "UPPER", "LOWER", "WIDE", "EMOJI"}));
+    }
+
     void snapshotsListDamagedFilesAsArchivedProject()
     {
         Fixture f;

@@ -66,7 +66,7 @@ private slots:
         if (TestSupport::realToolShadowsStandIn({"xcrun", "xcodebuild"}))
             QSKIP("the replay puts the developer-tool folders first, so a real Xcode would answer instead");
         m_originalPath = qgetenv("PATH");
-        qputenv("PATH", VANTREL_SOURCE_DIR "/tests/replay/standins:" + m_originalPath);
+        qputenv("PATH", VANTREL_TEST_DATA_DIR "/replay/standins:" + m_originalPath);
     }
     void cleanupTestCase() { qputenv("PATH", m_originalPath); }
     void init()

@@ -86,6 +86,26 @@ private slots:
         QCOMPARE(SimulatorDisplayScale::fromEnumerateOutput(output), scale);
     }
 
+    void pointSize_data()
+    {
+        QTest::addColumn<QString>("output");
+        QTest::addColumn<QSizeF>("size");
+        QTest::newRow("iPad at 2x, TV port after it")
+            << "Port:\n    Class: Display\n    Name: LCD\n    Default width: 1640\n    Default height: 2360\n"
+               "    Preferred UI Scale: 2\nPort:\n    Name: TVOut\n    Default width: 720\n    Default height: 480\n"
+               "    Preferred UI Scale: 1\n"
+            << QSizeF(820, 1180);
+        QTest::newRow("no scale: pixels are points") << "Default width: 320\nDefault height: 480\n" << QSizeF(320, 480);
+        QTest::newRow("no height") << "Default width: 320\nPreferred UI Scale: 2\n" << QSizeF();
+    }
+
+    void pointSize()
+    {
+        QFETCH(QString, output);
+        QFETCH(QSizeF, size);
+        QCOMPARE(SimulatorDisplayScale::pointSizeFromEnumerateOutput(output).value_or(QSizeF()), size);
+    }
+
     void field_data()
     {
         QTest::addColumn<QString>("line");

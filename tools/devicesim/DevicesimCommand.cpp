@@ -50,6 +50,7 @@ Usage:
   devicesim fault set simctl-hangs SUBCOMMAND   simctl SUBCOMMAND never answers (and starts a child that waits too)
   devicesim fault set chatty-stderr SUBCOMMAND  simctl SUBCOMMAND writes 3 MB to standard error, then fails
   devicesim fault set no-screenshots   xcodebuild test succeeds but writes no screenshot
+  devicesim fault set open-fails       open -a Simulator cannot start the Simulator app
   devicesim fault clear [KIND]         switch faults off (all, or one kind)
   devicesim fault list                 the faults that are on
   devicesim state                      print the state (JSON)

@@ -48,7 +48,7 @@ bool Faults::isEmpty() const
 {
     return missingApps.isEmpty() && launchFailLanguages.isEmpty() && dialogs.isEmpty() && !buildFails
         && slowBuildSeconds <= 0 && !noXcode && hangingSubcommands.isEmpty() && chattySubcommands.isEmpty()
-        && !noScreenshots;
+        && !noScreenshots && !openFails;
 }
 
 QJsonObject Faults::toJson() const
@@ -69,6 +69,7 @@ QJsonObject Faults::toJson() const
         {QStringLiteral("simctlHangs"), QJsonArray::fromStringList(hangingSubcommands)},
         {QStringLiteral("chattyStderr"), QJsonArray::fromStringList(chattySubcommands)},
         {QStringLiteral("noScreenshots"), noScreenshots},
+        {QStringLiteral("openFails"), openFails},
     };
 }
 
@@ -89,6 +90,7 @@ Faults Faults::fromJson(const QJsonObject &o)
     for (const QJsonValue &v : o.value(QStringLiteral("chattyStderr")).toArray())
         f.chattySubcommands.append(v.toString());
     f.noScreenshots = o.value(QStringLiteral("noScreenshots")).toBool();
+    f.openFails = o.value(QStringLiteral("openFails")).toBool();
     return f;
 }
 
@@ -113,6 +115,8 @@ QStringList Faults::describe() const
         lines.append(QStringLiteral("chatty-stderr %1").arg(subcommand));
     if (noScreenshots)
         lines.append(QStringLiteral("no-screenshots"));
+    if (openFails)
+        lines.append(QStringLiteral("open-fails"));
     return lines;
 }
 
@@ -173,6 +177,10 @@ QString Faults::set(const QStringList &args, const QString &defaultBundleId)
         if (!rest.isEmpty())
             return usage(kind);
         noScreenshots = true;
+    } else if (kind == QLatin1String("open-fails")) {
+        if (!rest.isEmpty())
+            return usage(kind);
+        openFails = true;
     } else {
         return QStringLiteral("devicesim: unknown fault \"%1\"").arg(kind);
     }
@@ -201,6 +209,8 @@ QString Faults::clear(const QString &kind)
         chattySubcommands.clear();
     else if (kind == QLatin1String("no-screenshots"))
         noScreenshots = false;
+    else if (kind == QLatin1String("open-fails"))
+        openFails = false;
     else
         return QStringLiteral("devicesim: unknown fault \"%1\"").arg(kind);
     return {};

@@ -29,6 +29,7 @@ struct Faults
     QStringList hangingSubcommands;  // simctl SUBCOMMAND never answers (and leaves a child behind)
     QStringList chattySubcommands;   // simctl SUBCOMMAND writes megabytes to standard error, then fails
     bool noScreenshots = false;      // xcodebuild test succeeds without writing any screenshot
+    bool openFails = false;          // `open -a Simulator` cannot start the Simulator app
 
     bool isAppMissing(const QString &udid, const QString &bundleId) const;
     bool launchFails(const QString &language) const;

@@ -30,6 +30,8 @@ int run(const QStringList &arguments)
     if (!application.isEmpty() && application != QLatin1String("Simulator")
         && !application.endsWith(QLatin1String("/Simulator.app")))
         throw ToolFailure{QStringLiteral("Unable to find application named '%1'\n").arg(application), 1};
+    if (!application.isEmpty() && StateStore::read().faults.openFails)
+        throw ToolFailure{QStringLiteral("Unable to find application named '%1'\n").arg(application), 1};
     for (const QString &file : files)
         if (!QFileInfo::exists(file))
             throw ToolFailure{QStringLiteral("The file %1 does not exist.\n").arg(QFileInfo(file).absoluteFilePath()), 1};
