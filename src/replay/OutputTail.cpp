@@ -17,4 +17,16 @@ QString of(const QString &text)
     return QStringLiteral("[the first %1 bytes are left out]\n").arg(start) + QString::fromUtf8(bytes.mid(start));
 }
 
+CommandFailure commandFailure(const QString &command, const QStringList &arguments,
+                              const QString &standardOutput, const QString &standardError)
+{
+    const QString commandLine = QStringLiteral("Command failed: ") + command + QLatin1Char(' ')
+                                + arguments.join(QLatin1Char(' ')) + QLatin1Char('\n');
+    const QString complaint = standardError.isEmpty() ? standardOutput : standardError;
+    const QString shown = of(complaint);
+    if (shown == complaint)
+        return {commandLine + complaint, QString()};
+    return {commandLine + shown, commandLine + complaint};
+}
+
 } // namespace OutputTail

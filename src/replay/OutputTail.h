@@ -4,6 +4,7 @@
 // holds the reason (tools print it last); the whole text goes to the run log.
 
 #include <QString>
+#include <QStringList>
 
 namespace OutputTail {
 
@@ -13,5 +14,17 @@ constexpr qsizetype maximumBytes = 4096;
 // how much was left out, then (at most) the last 4 KB, beginning with a
 // whole line where there is a line break, else with a whole character.
 QString of(const QString &text);
+
+// A failed command as the runners report it: "Command failed: COMMAND
+// ARGUMENTS", a line feed, then the tool's complaint (standard error, else
+// standard output) kept to its end. `details` is the whole text when the
+// complaint was cut, else empty.
+struct CommandFailure
+{
+    QString message;
+    QString details;
+};
+CommandFailure commandFailure(const QString &command, const QStringList &arguments,
+                              const QString &standardOutput, const QString &standardError);
 
 } // namespace OutputTail

@@ -127,13 +127,9 @@ CommandResult runCommand(const QString &command, const QStringList &arguments,
     CommandResult result{decodeOrEmpty(output.standardOutput), decodeOrEmpty(output.standardError)};
     if (output.exitStatus == 0)
         return result;
-    const QString commandLine = QStringLiteral("Command failed: ") + command + QLatin1Char(' ')
-                                + arguments.join(QLatin1Char(' ')) + QLatin1Char('\n');
-    const QString complaint = result.standardError.isEmpty() ? result.standardOutput : result.standardError;
-    const QString shown = OutputTail::of(complaint);
-    if (shown == complaint)
-        throw XCTestReplayError(commandLine + complaint);
-    throw XCTestReplayError(commandLine + shown, commandLine + complaint);
+    const OutputTail::CommandFailure failure =
+        OutputTail::commandFailure(command, arguments, result.standardOutput, result.standardError);
+    throw XCTestReplayError(failure.message, failure.details);
 }
 
 void cancelActiveRuns() noexcept

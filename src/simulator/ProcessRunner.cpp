@@ -63,13 +63,9 @@ Result run(const QString &command, const QStringList &arguments, const QString &
     Result result{decodeUtf8(output.standardOutput), decodeUtf8(output.standardError)};
     if (output.exitedNormally && output.exitStatus == 0)
         return result;
-    const QString commandLine = QStringLiteral("Command failed: ") + command + QLatin1Char(' ')
-                                + arguments.join(QLatin1Char(' ')) + QLatin1Char('\n');
-    const QString complaint = result.standardError.isEmpty() ? result.standardOutput : result.standardError;
-    const QString shown = OutputTail::of(complaint);
-    if (shown == complaint)
-        throw AppError(commandLine + complaint);
-    throw AppError(commandLine + shown, commandLine + complaint);
+    const OutputTail::CommandFailure failure =
+        OutputTail::commandFailure(command, arguments, result.standardOutput, result.standardError);
+    throw AppError(failure.message, failure.details);
 }
 
 } // namespace ProcessRunner

@@ -18,13 +18,6 @@ using namespace E2E;
 
 namespace {
 
-QHash<QString, QString> privateHome(const DeviceWorld &world)
-{
-    const QString home = world.scratch() + "/home";
-    QDir().mkpath(home + "/.local/share");
-    return {{"HOME", home}, {"XDG_DATA_HOME", home + "/.local/share"}};
-}
-
 // Rewrites the saved current project with `edit` applied.
 void editProject(const DeviceWorld &world, const std::function<void(QJsonObject &)> &edit)
 {
@@ -84,12 +77,12 @@ private slots:
         for (const QStringList &action : {QStringList{"move", "1", "1"}, QStringList{"move", "3", "-1"},
                                           QStringList{"retake", "2"}, QStringList{"delete", "2"},
                                           QStringList{"delete", "1"}}) {
-            const Run run = world.vantrel(QStringList{"checkpoints"} + action, privateHome(world));
+            const Run run = world.vantrel(QStringList{"checkpoints"} + action, world.privateHome());
             QVERIFY2(run.status == 1, qPrintable(action.join(' ') + ": " + run.err));
             QVERIFY2(run.err.contains(" was left alone: "), qPrintable(run.err));
             untouched(action.join(' '));
         }
-        QCOMPARE(world.vantrel({"checkpoints", "delete-last"}, privateHome(world)).status, 0);
+        QCOMPARE(world.vantrel({"checkpoints", "delete-last"}, world.privateHome()).status, 0);
         untouched("delete-last");
         world.vantrel({"generate"});
         untouched("generate");
@@ -112,8 +105,8 @@ private slots:
         QVERIFY(QDir().rename(manual, elsewhere));
         QVERIFY(QFile::link(elsewhere, manual));
 
-        QCOMPARE(world.vantrel({"checkpoints", "delete-last"}, privateHome(world)).status, 1);
-        QVERIFY(world.vantrel({"checkpoints", "move", "1", "1"}, privateHome(world)).err.contains("leads outside"));
+        QCOMPARE(world.vantrel({"checkpoints", "delete-last"}, world.privateHome()).status, 1);
+        QVERIFY(world.vantrel({"checkpoints", "move", "1", "1"}, world.privateHome()).err.contains("leads outside"));
         QCOMPARE(world.vantrel({"record", "reset"}).status, 0);
         QCOMPARE(QDir(elsewhere).entryList(QDir::Files, QDir::Name), (QStringList{"01-trips.png", "02-explore.png"}));
     }
