@@ -5,10 +5,13 @@
 
 #include <QString>
 
+#include <utility>
+
 class RunLogFollower
 {
 public:
-    explicit RunLogFollower(QString seen = QString()) : m_seen(std::move(seen)) {}
+    RunLogFollower() = default;
+    explicit RunLogFollower(QString seen) : m_seen(std::move(seen)) {}
 
     struct Update
     {

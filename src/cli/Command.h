@@ -55,6 +55,9 @@ struct Command
     // Library commands still run when the current project fails to load, so
     // that the user can open or restore another one from the command line.
     bool recoversFromFailedLoad = false;
+    // Commands that work from their own input (a configuration file) never
+    // load or save a project.
+    bool usesProject = true;
 };
 
 namespace CommandTable {

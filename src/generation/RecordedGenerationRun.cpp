@@ -9,7 +9,6 @@
 #include "ThumbnailCache.h"
 #include "model/AppError.h"
 #include "model/AppModel.h"
-#include "model/Await.h"
 #include "model/Folder.h"
 #include "replay/ChildProcess.h"
 #include "replay/XCUITestReplay.h"
@@ -17,8 +16,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QThreadPool>
-#include <QtConcurrent/QtConcurrentRun>
 
 namespace {
 
@@ -26,20 +23,6 @@ namespace {
 struct RunCancelled
 {
 };
-
-// Runs of their own, so that a run blocking for minutes never starves the
-// shared pool that main-thread operations await their device commands on.
-// One thread: a run starts only once the previous one has wound down.
-// Never destroyed: a run still winding down must not hold up the exit.
-QThreadPool &runPool()
-{
-    static QThreadPool *pool = [] {
-        auto *threads = new QThreadPool;
-        threads->setMaxThreadCount(1);
-        return threads;
-    }();
-    return *pool;
-}
 
 QString describe(const std::exception &error) { return QString::fromUtf8(error.what()); }
 
@@ -76,7 +59,6 @@ private:
     void finishSucceeded();
     void finishCancelled();
     void finishFailed(const QString &description);
-    void finish(AppModel &m);
 
     QPointer<AppModel> m_model;
     BuildCanceller::Flag m_cancelled;
@@ -254,48 +236,24 @@ void RecordedRun::checkScreenshots(const QString &outputDirectory, const QString
     });
 }
 
-// Every ending shows the gallery as the run left it (drifted pictures have
-// moved), and frees the model for the next run. No other run can have
-// started meanwhile: a new one waits until this worker has ended.
-void RecordedRun::finish(AppModel &m)
-{
-    m.refreshReviewImages();
-    m.isRunning = false;
-    m.runTask = QFuture<void>();
-    m.notifyChanged();
-}
-
 void RecordedRun::finishSucceeded()
 {
-    onMain([this](AppModel &m) {
+    onMain([](AppModel &m) {
         m.appendLog(QStringLiteral("Recorded flow generation complete."));
-        const qint64 completed = m.completedRunProgressCount();
-        m.lastRunOutcome = RunOutcome{RunOutcomeKind::success, QStringLiteral("Generation complete"),
-                                      QStringLiteral("Generated %1 of %2 screenshots.").arg(completed).arg(m.runTotalCount()),
-                                      completed, ReferenceDate::now()};
-        finish(m);
+        m.endRunSucceeded(QStringLiteral("Generated %1 of %2 screenshots.")
+                              .arg(m.completedRunProgressCount())
+                              .arg(m.runTotalCount()));
     });
 }
 
 void RecordedRun::finishCancelled()
 {
-    onMain([this](AppModel &m) {
-        m.markUnfinishedProgressIdle();
-        m.appendLog(QStringLiteral("Generation cancelled."));
-        m.lastRunOutcome = AppModel::cancelledOutcome(m.completedRunProgressCount(), m.runTotalCount());
-        finish(m);
-    });
+    onMain([](AppModel &m) { m.endRunCancelled(); });
 }
 
 void RecordedRun::finishFailed(const QString &description)
 {
-    onMain([&](AppModel &m) {
-        m.markRunningProgressFailed();
-        m.lastRunOutcome = RunOutcome{RunOutcomeKind::failed, QStringLiteral("Generation failed"), description,
-                                      m.completedRunProgressCount(), ReferenceDate::now()};
-        m.setLastError(description);
-        finish(m);
-    });
+    onMain([&](AppModel &m) { m.endRunFailed(description); });
 }
 
 } // namespace
@@ -328,20 +286,7 @@ RunOutcome AppModel::cancelledOutcome(qint64 completed, qint64 total)
 
 void AppModel::startRecordedAttachedCapture()
 {
-    assertMainThread();
-    // One run at a time: a previous one is ended and allowed to wind down
-    // (it reports its own cancellation) before the next one starts. It may
-    // no longer be in runTask when a cancel cleared it, so the pool tells.
-    if (runTask.isRunning()) {
-        runCancelRequested->store(true);
-        XCUITestReplay::cancelActiveRuns();
-    }
-    while (runPool().activeThreadCount() > 0)
-        awaitDelay(0.02);
-    runCancelRequested = std::make_shared<std::atomic_bool>(false);
-    lastRunLogStart = runLog.size();
-    runTask = QtConcurrent::run(&runPool(), runRecordedAttachedCapture, QPointer<AppModel>(this), runCancelRequested);
-    notifyChanged();
+    startRunTask(runRecordedAttachedCapture);
 }
 
 void AppModel::runRecordedAttachedCapture(QPointer<AppModel> model, std::shared_ptr<std::atomic_bool> cancelled)

@@ -41,6 +41,7 @@
 #include <optional>
 
 class ChildProcess;
+struct GeneratorConfig;
 
 class AppModel : public QObject
 {
@@ -161,12 +162,7 @@ public:
     // The project's own choices, as a front edits them; each saves at once.
     void setOutputDirectory(const QString &path);
     void revealOutputDirectory();
-    void setLaunchWaitSeconds(double seconds);
-    void setResetAppData(bool reset);
-    void setOpenSimulator(bool open);
-    void setGlobalLaunchArguments(const QStringList &arguments);
-    void setStateArgumentName(const QString &name);
-    void setSampleNameArgumentName(const QString &name);
+    // The launch settings' setters sit with the generator configuration below.
     // Adds or removes a device of the run; the attached one stays first.
     void toggleGenerationDevice(const QString &udid);
     // The launch details of the checkpoint at `index` (0-based) in screens.
@@ -260,6 +256,9 @@ public:
                                   const QString &failurePrefix);
     void startSimulatorEventMonitoring();
     void stopSimulatorEventMonitoring();
+    // The desktop's monitor ended by itself (its display went away): the
+    // recording stops and lastError says why.
+    void handleSimulatorEventMonitorEnded(const QString &reason);
     // `event.location` is the pointer position when the event happened.
     void handleSimulatorMouseEvent(const DesktopMouseEvent &event, ReferenceSeconds now = ReferenceDate::now());
     std::optional<OperationDraft> recordedDelayOperation(ReferenceSeconds actionDate) const;
@@ -317,6 +316,39 @@ public:
     QString lastRunLog() const;
     static RunOutcome cancelledOutcome(qint64 completed, qint64 total);
 
+    // What both kinds of run share: the worker is started once the previous
+    // run has wound down; each ends in one of three endings (on the main
+    // thread) that set lastRunOutcome and free the model.
+    using RunJob = void (*)(QPointer<AppModel> model, std::shared_ptr<std::atomic_bool> cancelled);
+    void startRunTask(RunJob job);
+    void endRun(const RunOutcome &outcome);
+    void endRunSucceeded(const QString &detail);
+    void endRunCancelled();
+    void endRunFailed(const QString &description); // also the last error
+
+    // Generation from the chosen .app build by the command-line generator:
+    // validate, write the configuration, find the generator, run it with
+    // "run" and the file's path in packageRoot, its output going to the run
+    // log as it arrives (and its per-screenshot lines to runProgress).
+    // cancelRun ends it like the recorded run.
+    struct GeneratorCommand
+    {
+        QString executable;
+        QStringList leadingArguments;
+        bool operator==(const GeneratorCommand &) const = default;
+    };
+    void startBuildGeneration();
+    static void runBuildGeneration(QPointer<AppModel> model, std::shared_ptr<std::atomic_bool> cancelled);
+    // In this order: VANTREL_CLI, QUILLMARK_CLI, "vantrel" in the
+    // application's own resources (beside the running executable outside a
+    // macOS bundle), the .build/{debug,release}/{vantrel,quillmark} outputs
+    // under packageRoot, `which vantrel`, and in a development checkout the
+    // vantrel of the build folder the application runs from.
+    static std::optional<GeneratorCommand> findGeneratorCommand(const QString &packageRoot);
+    static QString generatorNotFoundMessage();
+    // One line of the generator's output: logged, and counted when it reports a screenshot.
+    void handleGeneratorOutputLine(const QString &line);
+
     // Progress per language and device.
     QHash<QString, RunProgress> initializedRunProgress() const;
     void updateRunProgress(const QString &language, const QString &deviceID, qint64 completed, RunProgressState state);
@@ -330,6 +362,9 @@ public:
     // The recorded flow as replay steps; recorded waits are shortened and clamped.
     static double replayWait(double recordedSeconds);
     static QList<XCTestReplayStep> replaySteps(const QList<ScreenDraft> &screens);
+    // A generator configuration's screens in one language: a launch with the
+    // language and the launch arguments before each screen's operations.
+    static QList<XCTestReplayStep> replaySteps(const GeneratorConfig &config, const QString &language);
 
     // Drift of generated screenshots from the recorded references.
     QList<ScreenshotValidationIssue> validateGeneratedScreens(const QString &outputDirectory, const QString &language,
@@ -349,6 +384,24 @@ public:
     QString needsReviewDirectory(const QString &language, const QString &deviceName) const;
     void moveSuspiciousScreenshotToNeedsReview(const QString &url, const QString &filename, const QString &language,
                                                const QString &deviceName); // throws AppError
+
+    // What the configuration file carries besides the app, devices and
+    // languages, one field at a time. Each saves the project, or sets
+    // lastError and changes nothing when it refuses the value.
+    void setLaunchWaitSeconds(double seconds);
+    void setResetAppData(bool reset);
+    void setOpenSimulator(bool open);
+    void setGlobalLaunchArguments(const QStringList &arguments);
+    void setStateArgumentName(const QString &name);
+    void setSampleNameArgumentName(const QString &name); // empty: no sample arguments
+    // Screens by number, from 1. A screen added here is reached by its launch
+    // state alone (no recorded navigation); it gets a checkpoint record
+    // without an image, so later checkpoints stay paired with their screens.
+    void addScreen(const QString &name);
+    void renameScreen(qint64 number, const QString &name); // also its checkpoint and image
+    void setScreenState(qint64 number, const QString &state);
+    void setScreenSampleName(qint64 number, const QString &sampleName);
+    void setScreenLaunchWaitSeconds(qint64 number, double seconds); // 0: the project's wait
 
     // The configuration file for the command-line generator.
     void validateRunnableProject() const; // throws AppError

@@ -39,31 +39,6 @@ void AppModel::revealOutputDirectory()
     platform().revealInFileViewer(project.outputDirectory);
 }
 
-void AppModel::setLaunchWaitSeconds(double seconds) { editProject(project.launchWaitSeconds, clampedWait(seconds)); }
-void AppModel::setResetAppData(bool reset) { editProject(project.resetAppData, reset); }
-void AppModel::setOpenSimulator(bool open) { editProject(project.openSimulator, open); }
-
-void AppModel::setGlobalLaunchArguments(const QStringList &arguments)
-{
-    QStringList kept;
-    for (const QString &argument : arguments)
-        if (!argument.trimmed().isEmpty())
-            kept.append(argument.trimmed());
-    editProject(project.globalLaunchArguments, kept);
-}
-
-void AppModel::setStateArgumentName(const QString &name)
-{
-    // The app under test reads this argument; an empty one falls back to ours.
-    const QString trimmed = name.trimmed();
-    editProject(project.stateArgumentName, trimmed.isEmpty() ? ScreenshotProject::defaultStateArgumentName : trimmed);
-}
-
-void AppModel::setSampleNameArgumentName(const QString &name)
-{
-    editProject(project.sampleNameArgumentName, name.trimmed());
-}
-
 void AppModel::toggleGenerationDevice(const QString &udid)
 {
     QStringList devices = project.devices;

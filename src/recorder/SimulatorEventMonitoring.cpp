@@ -38,11 +38,28 @@ void AppModel::startSimulatorEventMonitoring()
             "Recording real Simulator clicks. If nothing is recorded, allow this app in System Settings > "
             "Privacy & Security > Accessibility.");
     QPointer<AppModel> model(this);
+    platform().setMouseMonitorEndHandler([model](const QString &reason) {
+        if (model)
+            model->handleSimulatorEventMonitorEnded(reason);
+    });
     simulatorEventMonitorInstalled = platform().startMouseMonitor([model](const DesktopMouseEvent &event) {
         if (model)
             model->handleSimulatorMouseEvent(event);
     });
+    if (!simulatorEventMonitorInstalled) {
+        // The desktop says why no click will arrive (no display to watch).
+        if (const std::optional<QString> problem = platform().mouseMonitorProblem())
+            simulatorEventRecordingStatus = *problem;
+    }
     notifyChanged();
+}
+
+void AppModel::handleSimulatorEventMonitorEnded(const QString &reason)
+{
+    simulatorEventMonitorInstalled = false; // nothing left to remove
+    if (isRecordingFlow)
+        stopFlowRecording(); // the checkpoints saved so far stay
+    setLastError(reason + QStringLiteral(" Recording stopped; the checkpoints saved so far are kept."));
 }
 
 void AppModel::stopSimulatorEventMonitoring()

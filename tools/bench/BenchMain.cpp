@@ -4,8 +4,11 @@
 //   generation-bench            both measurements
 //   generation-bench drift      (a) drift validation beside ImageMagick
 //   generation-bench overhead   (b) the run's own cost per screenshot
+//   generation-bench generator  (c) the command-line generator's cost per
+//                               screenshot and its xcodebuild invocations
 
 #include "DriftBench.h"
+#include "GeneratorOverheadBench.h"
 #include "RunOverheadBench.h"
 
 #include <QGuiApplication>
@@ -20,7 +23,11 @@ int main(int argc, char **argv)
     if (which.isEmpty() || which == QLatin1String("drift"))
         runDriftBench(out);
     out.flush();
+    bool measured = true;
     if (which.isEmpty() || which == QLatin1String("overhead"))
-        return runOverheadBench(out) ? 0 : 1;
-    return 0;
+        measured = runOverheadBench(out) && measured;
+    out.flush();
+    if (which.isEmpty() || which == QLatin1String("generator"))
+        measured = generatorOverheadBench(out) && measured;
+    return measured ? 0 : 1;
 }
