@@ -48,6 +48,9 @@ QWidget *RecordPanel::recordingSection()
     m_toggle = m_actions->add(QStringLiteral("Start &Recording"), [this] { toggleRecording(); });
     m_toggle->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
     m_toggle->setShortcutContext(Qt::ApplicationShortcut);
+    m_actions->setTextWhen(m_toggle, [&model] {
+        return model.isRecordingFlow ? QStringLiteral("Stop &Recording") : QStringLiteral("Start &Recording");
+    });
     m_save = m_actions->add(QStringLiteral("&Save Checkpoint"), [this] { saveCheckpoint(); },
                             [&model] { return model.attachedDeviceID().has_value(); });
     m_save->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_S));
@@ -141,7 +144,6 @@ QWidget *RecordPanel::checkpointSection()
 void RecordPanel::refresh()
 {
     const AppModel &model = m_context.model;
-    m_toggle->setText(model.isRecordingFlow ? QStringLiteral("Stop &Recording") : QStringLiteral("Start &Recording"));
     m_status->setText(model.simulatorEventRecordingStatus);
     const QStringList pending = model.pendingOperationDescriptions();
     m_pending->setText(pending.isEmpty() ? QStringLiteral("nothing yet") : pending.join(QStringLiteral("; ")));
