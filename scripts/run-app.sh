@@ -22,6 +22,12 @@ echo "Data root: $root"
 standin_world "$root/devicesim"
 trap standin_stop_window EXIT
 standin_window
+"$build/src/gui/vantrel-app" --root "$root" "$@" &
+app_pid=$!
+# Ctrl+C or a TERM here ends the application too, and then the window.
+trap 'kill "$app_pid" 2>/dev/null || true' INT TERM
 status=0
-"$build/src/gui/vantrel-app" --root "$root" "$@" || status=$?
+wait "$app_pid" || status=$?
+# A signal interrupts the first wait; the second one collects the exit.
+wait "$app_pid" 2>/dev/null || true
 exit "$status"

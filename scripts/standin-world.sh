@@ -25,18 +25,29 @@ standin_world() {
 }
 
 standin_window() {
-    if [ -z "${DISPLAY:-}" ] || ! "$devicesim_bin" window --help >/dev/null 2>&1; then
-        echo "note: no Simulator window (no display, or this stand-in has none); recording by clicks needs it" >&2
+    if [ -z "${DISPLAY:-}" ]; then
+        echo "note: no display (DISPLAY is not set), so no Simulator window; recording by clicks needs it" >&2
         return 0
     fi
     "$devicesim_bin" window >"$DEVICESIM_HOME/window.log" 2>&1 &
     standin_window_pid=$!
     # Until it is on screen, the recorder has nothing to sit beside.
     for _ in $(seq 50); do
-        if xdotool search --class '^Simulator$' >/dev/null 2>&1; then return 0; fi
+        if ! kill -0 "$standin_window_pid" 2>/dev/null; then
+            echo "note: the Simulator window did not open: $(cat "$DEVICESIM_HOME/window.log")" >&2
+            standin_window_pid=""
+            return 0
+        fi
+        if ! command -v xdotool >/dev/null; then
+            sleep 1 # cannot look; a second is plenty
+            return 0
+        fi
+        if xdotool search --onlyvisible --pid "$standin_window_pid" --class '^Simulator$' >/dev/null 2>&1; then
+            return 0
+        fi
         sleep 0.1
     done
-    echo "note: the Simulator window did not appear" >&2
+    echo "note: the Simulator window did not appear in time" >&2
 }
 
 standin_stop_window() {
