@@ -45,14 +45,15 @@ void PanelActions::update()
     }
 }
 
-QPushButton *PanelActions::button(QAction *action, QWidget *parent)
+QPushButton *PanelActions::button(QAction *action, const QString &label)
 {
-    auto *button = new QPushButton(action->text(), parent);
+    const auto text = [action, label] { return label.isEmpty() ? action->text() : label; };
+    auto *button = new QPushButton(text());
     button->setEnabled(action->isEnabled());
-    button->setToolTip(action->toolTip());
+    button->setToolTip(label.isEmpty() ? action->toolTip() : QString(action->text()).remove(QLatin1Char('&')));
     connect(button, &QPushButton::clicked, action, &QAction::trigger);
-    connect(action, &QAction::changed, button, [button, action] {
-        button->setText(action->text());
+    connect(action, &QAction::changed, button, [button, action, text] {
+        button->setText(text());
         button->setEnabled(action->isEnabled());
         button->setVisible(action->isVisible());
     });

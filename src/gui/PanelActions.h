@@ -30,8 +30,9 @@ public:
     // Re-evaluates which actions are enabled.
     void update();
 
-    // A push button that shows and triggers `action`.
-    static QPushButton *button(QAction *action, QWidget *parent = nullptr);
+    // A push button that shows and triggers `action`; `label` (if given)
+    // replaces the action's text where room is short, as in the sidebar.
+    static QPushButton *button(QAction *action, const QString &label = {});
 
 private:
     struct Rule

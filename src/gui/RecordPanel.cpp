@@ -118,7 +118,7 @@ QWidget *RecordPanel::checkpointSection()
     m_checkpoints->setResizeMode(QListView::Adjust);
     m_checkpoints->setMovement(QListView::Snap);
     m_checkpoints->setIconSize(m_context.thumbnails.size());
-    m_checkpoints->setGridSize(m_context.thumbnails.size() + QSize(40, 44));
+    m_checkpoints->setGridSize(m_context.thumbnails.cellSize());
     m_checkpoints->setUniformItemSizes(true);
     m_checkpoints->setDragDropMode(QAbstractItemView::InternalMove);
     m_checkpoints->setDefaultDropAction(Qt::MoveAction);
@@ -128,10 +128,14 @@ QWidget *RecordPanel::checkpointSection()
     connect(m_checkpointModel, &QAbstractItemModel::modelReset, m_actions, &PanelActions::update);
 
     auto *buttons = new QHBoxLayout;
-    for (QAction *action : {rename, retake, remove, earlier, later})
-        buttons->addWidget(PanelActions::button(action));
+    // Short labels under the "Checkpoints" heading; the menu says it in full.
+    buttons->addWidget(PanelActions::button(rename, QStringLiteral("Re&name\u2026")));
+    buttons->addWidget(PanelActions::button(retake, QStringLiteral("Re&take")));
+    buttons->addWidget(PanelActions::button(remove, QStringLiteral("&Delete\u2026")));
+    buttons->addWidget(PanelActions::button(earlier, QStringLiteral("Move &Earlier")));
+    buttons->addWidget(PanelActions::button(later, QStringLiteral("Move &Later")));
     buttons->addStretch();
-    buttons->addWidget(PanelActions::button(reset));
+    buttons->addWidget(PanelActions::button(reset, QStringLiteral("Reset &Flow\u2026")));
     auto *layout = new QVBoxLayout;
     layout->addWidget(new QLabel(QStringLiteral("Drag a checkpoint to change the order of the flow.")));
     layout->addWidget(m_checkpoints, 1);
