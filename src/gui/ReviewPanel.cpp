@@ -143,6 +143,7 @@ ReviewPanel::ReviewPanel(const PanelContext &context, QWidget *parent)
 
     connect(m_folderWatcher, &QFileSystemWatcher::directoryChanged, this, &ReviewPanel::outputFolderChanged);
     connect(&m_comparisonJob, &QFutureWatcher<Comparison>::finished, this, &ReviewPanel::comparisonReady);
+    refreshGroups(); // the gallery may have found its groups before this panel listened
     context.watcher.watch(this, [this] { refresh(); });
 }
 

@@ -252,6 +252,24 @@ private slots:
         QVERIFY(f.model->reviewImages.isEmpty());
     }
 
+    // Screenshots already on disk when the window opens (a start-up that
+    // found them first) are shown, their first group chosen.
+    void reviewShowsWhatWasFoundBeforeTheWindow()
+    {
+        GuiFixture f;
+        f.window.reset();
+        const QString out = f.model->project.outputDirectory;
+        GuiTest::writeImage(out + QStringLiteral("/en-US/iPhone 15/01-home.png"), Qt::white);
+        GuiTest::writeImage(out + QStringLiteral("/en-US/iPhone 15/02-explore.png"), Qt::gray);
+        f.model->refreshReviewImages();
+        f.window = std::make_unique<MainWindow>(*f.model, f.dialogs);
+        f.window->showPanel(MainWindow::reviewPanel);
+        f.window->show();
+        settle();
+        QCOMPARE(f.window->review()->groupList()->currentRow(), 0);
+        QCOMPARE(f.window->review()->galleryModel()->rowCount(), 2);
+    }
+
     void bannerIsDismissed()
     {
         GuiFixture f;

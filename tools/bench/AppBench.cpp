@@ -138,8 +138,9 @@ void runStartupBench(QTextStream &out)
         ShownWindow shown = showWindow(root, dialogs);
         times.append(double(timer.nsecsElapsed()) / 1e6);
         if (i == 0)
-            out << QStringLiteral("    library rows %1, gallery rows %2\n")
+            out << QStringLiteral("    library rows %1, screenshots found %2, gallery rows %3\n")
                        .arg(shown.model->projectLibrary.size())
+                       .arg(shown.model->reviewImages.size())
                        .arg(shown.window->review()->galleryModel()->rowCount());
     }
     std::sort(times.begin(), times.end());
