@@ -169,6 +169,38 @@ private slots:
         simulator.terminate();
         QVERIFY(simulator.waitForFinished(10000));
     }
+
+    // Ctrl+Q while a build runs: the run is cancelled, its build ended, and
+    // the application quits normally, leaving no process behind.
+    void quittingDuringARunCancelsIt()
+    {
+        XDisplay display;
+        if (!display.problem().isEmpty())
+            QSKIP(qPrintable(display.problem()));
+        DeviceWorld world;
+        QHash<QString, QString> env = privateHome(world);
+        env.insert(display.environment());
+        QCOMPARE(world.vantrel({"attach"}, env).status, 0);
+        QCOMPARE(world.record("checkpoint home\ntap 147 790\ncheckpoint explore\nstop\n", env).status, 0);
+        QCOMPARE(world.devicesim({"fault", "set", "slow-build", "60"}).status, 0);
+
+        env.insert("QT_QPA_PLATFORM", "xcb");
+        RunningApp app(world, env);
+        const QStringList windows = display.waitForTitle(QStringLiteral("^Vantrel \u2014 %1$").arg(demoAppName));
+        QVERIFY2(windows.size() == 1, qPrintable(app.errors()));
+        // Ctrl+G is ignored while start-up still talks to the Simulator.
+        for (int attempt = 0; attempt < 4 && world.runningBuilds().isEmpty(); ++attempt) {
+            display.pressKeys(windows.first(), "ctrl+g");
+            eventually([&] { return !world.runningBuilds().isEmpty(); }, 5000);
+        }
+        QCOMPARE(world.runningBuilds().size(), 1);
+
+        display.pressKeys(windows.first(), "ctrl+q");
+        QCOMPARE(app.waitForExit(), 0);
+        QVERIFY2(world.runningBuilds().isEmpty(), qPrintable(world.runningBuilds().join("\n")));
+        // The device has its own status bar back: no override is left.
+        QVERIFY(world.xcrun({"simctl", "status_bar", iPhoneUdid, "list"}).out.endsWith("=\n"));
+    }
 };
 
 VANTREL_TEST(AppWindowTest);
