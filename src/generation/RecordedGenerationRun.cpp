@@ -6,9 +6,11 @@
 
 #include "BuildCanceller.h"
 #include "MainThreadCall.h"
+#include "ScreenshotFileName.h"
 #include "ThumbnailCache.h"
 #include "model/AppError.h"
 #include "model/AppModel.h"
+#include "model/ErrorDetails.h"
 #include "model/Folder.h"
 #include "replay/ChildProcess.h"
 #include "replay/XCUITestReplay.h"
@@ -54,6 +56,7 @@ private:
     void replay(const QString &device, const QString &language, const QString &outputDirectory);
     void giveBackStatusBar(const QString &device);
     QString runCommand(const QStringList &arguments, const QString &command = QStringLiteral("xcrun"));
+    void checkAllWritten(const QString &outputDirectory, const QString &language, const QString &deviceName);
     void checkScreenshots(const QString &outputDirectory, const QString &language, const QString &deviceName);
 
     void finishSucceeded();
@@ -87,11 +90,15 @@ void RecordedRun::execute()
         } catch (const ModelGone &) {
             throw;
         } catch (const std::exception &error) {
-            // A build ended by a cancel fails like any other; the flag tells them apart.
-            if (m_cancelled->load())
+            // A build ended by a cancel or an interrupt fails like any other;
+            // the flags tell them apart.
+            if (m_cancelled->load() || ChildProcess::isInterrupted()) {
                 finishCancelled();
-            else
+            } else {
+                if (const QString details = errorDetails(error); !details.isEmpty())
+                    log(details); // the message shows only its end
                 finishFailed(describe(error));
+            }
         } catch (...) {
             finishFailed(QStringLiteral("Generation stopped because of an unexpected error."));
         }
@@ -173,6 +180,7 @@ void RecordedRun::runPair(const QString &device, const QString &language)
         return file.suffix().toLower() == QLatin1String("png");
     });
     onMain([&](AppModel &m) { m.updateRunProgress(language, device, count, RunProgressState::done); });
+    checkAllWritten(outputDirectory, language, deviceName);
     checkScreenshots(outputDirectory, language, deviceName);
 }
 
@@ -216,6 +224,24 @@ void RecordedRun::giveBackStatusBar(const QString &device)
     } catch (const ModelGone &) {
         // Nobody is left to clear it for.
     }
+}
+
+// A test run that succeeds without leaving its pictures is a failure of
+// the run, not a drift of the app: the message names what is missing.
+void RecordedRun::checkAllWritten(const QString &outputDirectory, const QString &language, const QString &deviceName)
+{
+    QStringList missing;
+    for (qsizetype i = 0; i < m_project.screens.size(); ++i) {
+        const QString filename = screenshotFileName(i + 1, m_project.screens.at(i).name);
+        if (!QFileInfo::exists(QDir(outputDirectory).filePath(filename)))
+            missing.append(filename);
+    }
+    if (!missing.isEmpty())
+        throw AppError(QStringLiteral("xcodebuild finished for %1 on %2 without writing %3 of %4 screenshots: %5")
+                           .arg(language, deviceName)
+                           .arg(missing.size())
+                           .arg(m_project.screens.size())
+                           .arg(missing.join(QStringLiteral(", "))));
 }
 
 void RecordedRun::checkScreenshots(const QString &outputDirectory, const QString &language,
