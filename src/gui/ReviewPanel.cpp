@@ -23,8 +23,9 @@
 
 namespace {
 
-// How large each of the three pictures of a comparison is drawn.
-const QSize comparisonSize(220, 476);
+// How large each of the three pictures of a comparison is drawn: small
+// enough that a row of thumbnails stays in view above them.
+const QSize comparisonSize(140, 303);
 
 QImage readScaled(const QString &path, QSize bound)
 {
@@ -93,7 +94,7 @@ ReviewPanel::ReviewPanel(const PanelContext &context, QWidget *parent)
     m_images->setMovement(QListView::Static);
     m_images->setUniformItemSizes(true);
     m_images->setIconSize(thumbnail);
-    m_images->setGridSize(thumbnail + QSize(40, 44));
+    m_images->setGridSize(context.thumbnails.cellSize());
     m_images->setSelectionMode(QAbstractItemView::SingleSelection);
     m_images->setAccessibleName(QStringLiteral("Screenshots"));
     connect(m_images->selectionModel(), &QItemSelectionModel::currentChanged, this, &ReviewPanel::selectionChanged);
@@ -110,20 +111,29 @@ ReviewPanel::ReviewPanel(const PanelContext &context, QWidget *parent)
     m_empty = new QLabel(QStringLiteral("No generated screenshots yet. Generate them in the Generate panel."));
     m_empty->setAlignment(Qt::AlignCenter);
 
-    auto *right = new QWidget;
-    auto *rightLayout = new QVBoxLayout(right);
-    rightLayout->setContentsMargins(0, 0, 0, 0);
-    rightLayout->addWidget(m_empty);
-    rightLayout->addWidget(m_images, 2);
-    rightLayout->addWidget(comparisonSection(), 0);
+    auto *shown = new QWidget;
+    auto *shownLayout = new QVBoxLayout(shown);
+    shownLayout->setContentsMargins(0, 0, 0, 0);
+    shownLayout->addWidget(m_empty);
+    shownLayout->addWidget(m_images);
+    // The user may give the comparison more room than the thumbnails.
+    auto *right = new QSplitter(Qt::Vertical);
+    right->addWidget(shown);
+    right->addWidget(comparisonSection());
+    right->setStretchFactor(0, 1);
+    right->setChildrenCollapsible(false);
     auto *split = new QSplitter;
     split->addWidget(m_groups);
     split->addWidget(right);
     split->setStretchFactor(1, 1);
+    split->setSizes({190, 800}); // the group names are short; the pictures need the room
 
     auto *buttons = new QHBoxLayout;
-    for (QAction *action : {open, reveal, trash})
-        buttons->addWidget(PanelActions::button(action));
+    // Short labels: the buttons act on the selected screenshot, and the row
+    // must fit beside the sidebar in a small window.
+    buttons->addWidget(PanelActions::button(open, QStringLiteral("&Open")));
+    buttons->addWidget(PanelActions::button(reveal, QStringLiteral("Re&veal")));
+    buttons->addWidget(PanelActions::button(trash, QStringLiteral("Move to &Trash\u2026")));
     buttons->addStretch();
     for (QAction *action : {refreshAction, diagnostics, guide})
         buttons->addWidget(PanelActions::button(action));
@@ -133,6 +143,7 @@ ReviewPanel::ReviewPanel(const PanelContext &context, QWidget *parent)
 
     connect(m_folderWatcher, &QFileSystemWatcher::directoryChanged, this, &ReviewPanel::outputFolderChanged);
     connect(&m_comparisonJob, &QFutureWatcher<Comparison>::finished, this, &ReviewPanel::comparisonReady);
+    refreshGroups(); // the gallery may have found its groups before this panel listened
     context.watcher.watch(this, [this] { refresh(); });
 }
 
