@@ -5,18 +5,23 @@
 // calls onto the main thread.
 
 #include "BuildCanceller.h"
+#include "LocalizationCheck.h"
 #include "MainThreadCall.h"
+#include "ScreenshotFileName.h"
 #include "ThumbnailCache.h"
+#include "app/LocalizationReview.h"
 #include "model/AppError.h"
 #include "model/AppModel.h"
 #include "model/Await.h"
 #include "model/Folder.h"
+#include "model/PathSanitizer.h"
 #include "replay/ChildProcess.h"
 #include "replay/XCUITestReplay.h"
 #include "simulator/ProcessRunner.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <QImage>
 #include <QThreadPool>
 #include <QtConcurrent/QtConcurrentRun>
 
@@ -40,6 +45,53 @@ QThreadPool &runPool()
     }();
     return *pool;
 }
+
+// Text recognition for the localization check runs here, beside the run:
+// one thread, so that on a small machine it never competes with the device
+// and the build for more than one core. It works through a language's
+// screenshots while the next language replays.
+QThreadPool &recognitionPool()
+{
+    static QThreadPool *pool = [] {
+        auto *threads = new QThreadPool;
+        threads->setMaxThreadCount(1);
+        return threads;
+    }();
+    return *pool;
+}
+
+constexpr int recognitionWidth = 480;
+
+// The letter words of a screenshot, or nothing when it cannot be read.
+using ScreenWords = std::optional<QStringList>;
+
+ScreenWords recognizeWords(PlatformServices *platform, const QString &path)
+{
+    QImage image(path);
+    if (image.isNull())
+        return std::nullopt;
+    // Screen text is large on a Simulator screenshot: at phone width it still
+    // reads well, and recognition takes a fraction of the time.
+    if (image.width() > recognitionWidth)
+        image = image.scaledToWidth(recognitionWidth, Qt::SmoothTransformation);
+    try {
+        QStringList lines;
+        for (const RecognizedTextLine &line : platform->recognizeText(image))
+            lines.append(line.text);
+        return LocalizationCheck::letterWords(lines.join(QLatin1Char('\n')));
+    } catch (...) {
+        return std::nullopt;
+    }
+}
+
+// One screenshot of a later language waiting for its words.
+struct PendingLocalizationCheck
+{
+    QString language;
+    QString deviceFolder;
+    QString file;
+    QFuture<ScreenWords> words;
+};
 
 QString describe(const std::exception &error) { return QString::fromUtf8(error.what()); }
 
@@ -72,6 +124,8 @@ private:
     void giveBackStatusBar(const QString &device);
     QString runCommand(const QStringList &arguments, const QString &command = QStringLiteral("xcrun"));
     void checkScreenshots(const QString &outputDirectory, const QString &language, const QString &deviceName);
+    void startLocalizationCheck(const QString &language, const QString &deviceName, const QString &outputDirectory);
+    void finishLocalizationCheck();
 
     void finishSucceeded();
     void finishCancelled();
@@ -83,6 +137,11 @@ private:
     ScreenshotProject m_project; // the project as it was when the run started
     QString m_packageRoot;
     QString m_workspace;
+    PlatformServices *m_platform = nullptr; // owned by the model, which outlives every run
+    // The first language's words per device folder and checkpoint file, and
+    // the later languages' screenshots to hold against them.
+    QHash<QString, QFuture<ScreenWords>> m_firstLanguageWords;
+    QList<PendingLocalizationCheck> m_localizationChecks;
 };
 
 void RecordedRun::execute()
@@ -98,6 +157,8 @@ void RecordedRun::execute()
                     runPair(device, language);
                 }
             }
+            checkCancelled();
+            finishLocalizationCheck();
             checkCancelled();
             finishSucceeded();
         } catch (const RunCancelled &) {
@@ -125,6 +186,7 @@ void RecordedRun::prepare()
         m_project = m.project;
         m_packageRoot = m.packageRoot();
         m_workspace = m.workspaceDirectory();
+        m_platform = &m.platform();
     });
     AppModel::ensureXCUITestReplayAvailableIfNeeded(m_project.screens);
     onMain([](AppModel &m) {
@@ -192,6 +254,67 @@ void RecordedRun::runPair(const QString &device, const QString &language)
     });
     onMain([&](AppModel &m) { m.updateRunProgress(language, device, count, RunProgressState::done); });
     checkScreenshots(outputDirectory, language, deviceName);
+    startLocalizationCheck(language, deviceName, outputDirectory);
+}
+
+// Starts reading the words of this language's screenshots and returns at
+// once; the comparison waits for the end of the run.
+void RecordedRun::startLocalizationCheck(const QString &language, const QString &deviceName,
+                                         const QString &outputDirectory)
+{
+    if (m_project.languages.size() < 2)
+        return;
+    const bool isFirst = language == m_project.languages.first();
+    const QString deviceFolder = PathSanitizer::component(deviceName);
+    for (qsizetype i = 0; i < m_project.screens.size(); ++i) {
+        const QString file = screenshotFileName(i + 1, m_project.screens.at(i).name);
+        const QString path = QDir(outputDirectory).filePath(file);
+        if (!QFileInfo::exists(path))
+            continue;
+        QFuture<ScreenWords> words = QtConcurrent::run(&recognitionPool(), recognizeWords, m_platform, path);
+        if (isFirst)
+            m_firstLanguageWords.insert(deviceFolder + QLatin1Char('/') + file, words);
+        else
+            m_localizationChecks.append({language, deviceFolder, file, words});
+    }
+}
+
+// Holds every later language's screenshot against the first language's,
+// lists the ones that look the same and keeps them beside the screenshots.
+void RecordedRun::finishLocalizationCheck()
+{
+    if (m_project.languages.size() < 2)
+        return;
+    const QString firstLanguage = m_project.languages.first();
+    QList<LocalizationWarning> warnings;
+    for (const PendingLocalizationCheck &check : std::as_const(m_localizationChecks)) {
+        checkCancelled();
+        const QFuture<ScreenWords> first = m_firstLanguageWords.value(check.deviceFolder + QLatin1Char('/') + check.file);
+        if (!first.isValid())
+            continue;
+        const ScreenWords words = QFuture<ScreenWords>(check.words).result();
+        const ScreenWords firstWords = QFuture<ScreenWords>(first).result();
+        if (words && firstWords && LocalizationCheck::looksUnlocalized(*words, *firstWords))
+            warnings.append({check.language, firstLanguage, check.deviceFolder, check.file});
+    }
+    onMain([&](AppModel &m) {
+        QList<LocalizationWarning> kept = warnings;
+        try {
+            kept = LocalizationReview::record(m, warnings);
+        } catch (const AppError &error) {
+            // The run's pictures are fine; only the list could not be kept.
+            m.appendLog(QStringLiteral("Could not keep the localization warnings: ") + error.message());
+        }
+        qsizetype dismissed = 0;
+        for (const LocalizationWarning &warning : kept) {
+            if (warning.dismissed)
+                ++dismissed;
+            else
+                m.appendLog(warning.text());
+        }
+        if (dismissed > 0)
+            m.appendLog(QStringLiteral("%1 dismissed localization warnings not shown.").arg(dismissed));
+    });
 }
 
 void RecordedRun::replay(const QString &device, const QString &language, const QString &outputDirectory)

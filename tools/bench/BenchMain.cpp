@@ -4,8 +4,11 @@
 //   generation-bench            both measurements
 //   generation-bench drift      (a) drift validation beside ImageMagick
 //   generation-bench overhead   (b) the run's own cost per screenshot
+//   generation-bench localization  (c) what the localization check adds to a run
+//   generation-bench contact-sheet (d) the contact sheet of 500 screenshots
 
 #include "DriftBench.h"
+#include "ReviewBench.h"
 #include "RunOverheadBench.h"
 
 #include <QGuiApplication>
@@ -20,7 +23,14 @@ int main(int argc, char **argv)
     if (which.isEmpty() || which == QLatin1String("drift"))
         runDriftBench(out);
     out.flush();
+    bool measured = true;
     if (which.isEmpty() || which == QLatin1String("overhead"))
-        return runOverheadBench(out) ? 0 : 1;
-    return 0;
+        measured = runOverheadBench(out) && measured;
+    out.flush();
+    if (which.isEmpty() || which == QLatin1String("localization"))
+        measured = runLocalizationCheckBench(out) && measured;
+    out.flush();
+    if (which.isEmpty() || which == QLatin1String("contact-sheet"))
+        measured = runContactSheetBench(out) && measured;
+    return measured ? 0 : 1;
 }

@@ -1,0 +1,162 @@
+// (c) The localization check's cost: the same recorded run in en-US, de-DE
+// and ja-JP on the device stand-in at its default pauses, once with real
+// text recognition (Tesseract) and once with a recogniser that reads
+// nothing at once, so that the difference is what the check adds to the
+// run's wall time.
+// (d) The contact sheet of 500 screenshots (50 checkpoints x 10 languages)
+// written from scratch: thumbnails of every picture and the page.
+
+#include "BenchSupport.h"
+#include "ReviewBench.h"
+
+#include "app/LocalizationReview.h"
+#include "app/ReviewContactSheet.h"
+#include "model/AppModel.h"
+#include "model/Await.h"
+#include "platform/TesseractTextRecognizer.h"
+#include "platform/scripted/ScriptedPlatformServices.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTextStream>
+#include <QThread>
+
+namespace {
+
+class RecognizingPlatform : public ScriptedPlatformServices
+{
+public:
+    QList<RecognizedTextLine> recognizeText(const QImage &image) override
+    {
+        return TesseractTextRecognizer::recognize(image);
+    }
+};
+
+bool vantrel(const QString &root, const QStringList &arguments, const QByteArray &input = {})
+{
+    QProcess process;
+    process.start(BenchSupport::vantrelBinary(), QStringList{QStringLiteral("--root"), root} + arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    process.waitForFinished(300000);
+    return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+}
+
+struct Timed
+{
+    double seconds = 0;
+    bool succeeded = false;
+    qsizetype warnings = 0;
+};
+
+Timed timeRun(const QString &root, std::unique_ptr<PlatformServices> platform)
+{
+    AppModel model(root, std::move(platform));
+    model.loadSavedProject();
+    model.refreshDevices();
+    QElapsedTimer timer;
+    timer.start();
+    model.startRecordedAttachedCapture();
+    awaitFuture(model.runTask);
+    return {double(timer.nsecsElapsed()) / 1e9,
+            model.lastRunOutcome && model.lastRunOutcome->kind == RunOutcomeKind::success,
+            LocalizationReview::activeWarnings(model).size()};
+}
+
+} // namespace
+
+bool runLocalizationCheckBench(QTextStream &out)
+{
+    out << "\n(c) Localization check: added wall time of a run, stand-in at its default pauses\n";
+    out.flush();
+    QTemporaryDir dir;
+    const QString tools = dir.filePath(QStringLiteral("tools"));
+    const QString root = dir.filePath(QStringLiteral("root"));
+    qputenv("DEVICESIM_HOME", dir.filePath(QStringLiteral("devicesim")).toLocal8Bit());
+    qunsetenv("DEVICESIM_TIME_SCALE");
+    qputenv("PATH", tools.toLocal8Bit() + ':' + qgetenv("PATH"));
+    const QByteArray flow = "checkpoint trips\ntap 147 790\ncheckpoint explore\ntap 245 790\ncheckpoint saved\n"
+                            "tap 344 790\ncheckpoint settings\nstop\n";
+    const bool ready = BenchSupport::runTool(BenchSupport::devicesimBinary(), {QStringLiteral("init")}, dir.path())
+                       && BenchSupport::runTool(BenchSupport::devicesimBinary(), {QStringLiteral("shims"), tools}, dir.path())
+                       && vantrel(root, {QStringLiteral("attach")})
+                       && vantrel(root, {QStringLiteral("select-app"), QStringLiteral("com.vantrel.demo.Trips")})
+                       && vantrel(root, {QStringLiteral("languages"), QStringLiteral("toggle"), QStringLiteral("de-DE")})
+                       && vantrel(root, {QStringLiteral("languages"), QStringLiteral("toggle"), QStringLiteral("ja-JP")})
+                       && vantrel(root, {QStringLiteral("record")}, flow);
+    if (!ready) {
+        out << "    could not set up the recorded project\n";
+        return false;
+    }
+    // Alternating, so that a busy moment of the machine hits both alike.
+    std::vector<double> without, with;
+    qsizetype warnings = 0;
+    for (int i = 0; i < 3; ++i) {
+        const Timed plain = timeRun(root, std::make_unique<ScriptedPlatformServices>());
+        const Timed checked = timeRun(root, std::make_unique<RecognizingPlatform>());
+        if (!plain.succeeded || !checked.succeeded) {
+            out << "    a run did not complete\n";
+            return false;
+        }
+        without.push_back(plain.seconds);
+        with.push_back(checked.seconds);
+        warnings = checked.warnings;
+    }
+    std::sort(without.begin(), without.end());
+    std::sort(with.begin(), with.end());
+    const double added = (with[1] - without[1]) / without[1] * 100.0;
+    out << QStringLiteral("    run of 12 screenshots (4 checkpoints x en-US, de-DE, ja-JP), median of 3 runs each\n");
+    out << QStringLiteral("    without recognition                  %1 s\n").arg(without[1], 7, 'f', 2);
+    out << QStringLiteral("    with the check (%1 warnings)          %2 s\n").arg(warnings).arg(with[1], 7, 'f', 2);
+    out << QStringLiteral("    added                                %1 %  (target: under 10 %)\n").arg(added, 7, 'f', 1);
+    return true;
+}
+
+bool runContactSheetBench(QTextStream &out)
+{
+    out << "\n(d) Contact sheet of 500 screenshots, thumbnails made from scratch\n";
+    out.flush();
+    QTemporaryDir dir;
+    AppModel model(dir.filePath(QStringLiteral("root")), std::make_unique<ScriptedPlatformServices>());
+    model.project.outputDirectory = dir.filePath(QStringLiteral("output"));
+    // The stand-in's iPhone screenshot size, with some drawing so that PNG
+    // decoding does real work.
+    QImage picture(1179, 2556, QImage::Format_RGB32);
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            picture.setPixel(x, y, qRgb((x * 7) % 256, (y * 3) % 256, ((x ^ y) * 5) % 256));
+    constexpr int checkpoints = 50;
+    constexpr int languageCount = 10;
+    for (int l = 0; l < languageCount; ++l)
+        model.project.languages.append(QStringLiteral("xx-%1").arg(l));
+    const QString device = QStringLiteral("iPhone-15-Pro");
+    QByteArray bytes;
+    for (int c = 1; c <= checkpoints; ++c) {
+        model.project.screens.append(ScreenDraft{QString::number(c), QStringLiteral("screen%1").arg(c), {}, {}, 0, {}});
+        for (const QString &language : model.project.languages) {
+            const QString folder = model.project.outputDirectory + QLatin1Char('/') + language + QLatin1Char('/') + device;
+            QDir().mkpath(folder);
+            picture.save(folder + QStringLiteral("/%1-screen%2.png").arg(c, 2, 10, QLatin1Char('0')).arg(c));
+        }
+    }
+    QElapsedTimer timer;
+    timer.start();
+    const std::optional<QString> page = ReviewContactSheet::write(model);
+    const double seconds = double(timer.nsecsElapsed()) / 1e9;
+    if (!page) {
+        out << "    the page was not written: " << model.lastError.value_or(QString()) << "\n";
+        return false;
+    }
+    out << QStringLiteral("    %1 screenshots of 1179 x 2556 on %2 cores   %3 s  (target: under 15 s)\n")
+               .arg(checkpoints * languageCount)
+               .arg(QThread::idealThreadCount())
+               .arg(seconds, 0, 'f', 2);
+    timer.restart();
+    ReviewContactSheet::write(model);
+    out << QStringLiteral("    again, thumbnails up to date               %1 s\n").arg(double(timer.nsecsElapsed()) / 1e9, 0, 'f', 2);
+    return true;
+}
