@@ -36,7 +36,7 @@ QString shortest(double value)
         text = digits.substr(0, 1);
         if (digits.size() > 1)
             text += "." + digits.substr(1);
-        char exp[8];
+        char exp[16]; // "e-308" at most; room for any int keeps the compiler sure of it
         std::snprintf(exp, sizeof exp, "e%c%02d", exponent < 0 ? '-' : '+', std::abs(exponent));
         text += exp;
     } else if (exponent < 0) {
