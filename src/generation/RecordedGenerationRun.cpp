@@ -32,17 +32,21 @@ struct RunCancelled
 {
 };
 
+// A pool of one thread, never destroyed: work still winding down must not
+// hold up the exit.
+QThreadPool *newSingleThreadPool()
+{
+    auto *threads = new QThreadPool;
+    threads->setMaxThreadCount(1);
+    return threads;
+}
+
 // Runs of their own, so that a run blocking for minutes never starves the
 // shared pool that main-thread operations await their device commands on.
 // One thread: a run starts only once the previous one has wound down.
-// Never destroyed: a run still winding down must not hold up the exit.
 QThreadPool &runPool()
 {
-    static QThreadPool *pool = [] {
-        auto *threads = new QThreadPool;
-        threads->setMaxThreadCount(1);
-        return threads;
-    }();
+    static QThreadPool *pool = newSingleThreadPool();
     return *pool;
 }
 
@@ -52,11 +56,7 @@ QThreadPool &runPool()
 // screenshots while the next language replays.
 QThreadPool &recognitionPool()
 {
-    static QThreadPool *pool = [] {
-        auto *threads = new QThreadPool;
-        threads->setMaxThreadCount(1);
-        return threads;
-    }();
+    static QThreadPool *pool = newSingleThreadPool();
     return *pool;
 }
 

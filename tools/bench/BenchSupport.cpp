@@ -1,5 +1,7 @@
 #include "BenchSupport.h"
 
+#include <QProcess>
+
 #include "replay/ChildProcess.h"
 
 #include <stdexcept>
@@ -26,5 +28,15 @@ bool runTool(const QString &command, const QStringList &arguments, const QString
 QString devicesimBinary() { return QStringLiteral(VANTREL_BINARY_DIR "/tools/devicesim/devicesim"); }
 QString vantrelBinary() { return QStringLiteral(VANTREL_BINARY_DIR "/src/cli/vantrel"); }
 QString timingShimBinary() { return QStringLiteral(VANTREL_BINARY_DIR "/tools/bench/generation-timing-shim"); }
+
+bool vantrel(const QString &root, const QStringList &arguments, const QByteArray &input)
+{
+    QProcess process;
+    process.start(vantrelBinary(), QStringList{QStringLiteral("--root"), root} + arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    process.waitForFinished(300000);
+    return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+}
 
 } // namespace BenchSupport

@@ -27,17 +27,6 @@ const QStringList toolNames{QStringLiteral("xcrun"), QStringLiteral("xcodebuild"
 constexpr const char *realToolsVariable = "VANTREL_BENCH_REAL_TOOLS";
 constexpr const char *toolLogVariable = "VANTREL_BENCH_TOOL_LOG";
 
-// Runs a vantrel command for the set-up; the script goes to its input.
-bool vantrel(const QString &root, const QStringList &arguments, const QByteArray &input = {})
-{
-    QProcess process;
-    process.start(BenchSupport::vantrelBinary(), QStringList{QStringLiteral("--root"), root} + arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    process.waitForFinished(120000);
-    return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
-}
-
 struct ToolLog
 {
     double seconds = 0;
@@ -145,11 +134,11 @@ bool runOverheadBench(QTextStream &out)
                             "tap 344 790\ncheckpoint settings\nstop\n";
     const bool ready = BenchSupport::runTool(BenchSupport::devicesimBinary(), {QStringLiteral("init")}, dir.path())
                        && BenchSupport::runTool(BenchSupport::devicesimBinary(), {QStringLiteral("shims"), realTools}, dir.path())
-                       && vantrel(root, {QStringLiteral("attach")})
-                       && vantrel(root, {QStringLiteral("select-app"), QStringLiteral("com.vantrel.demo.Trips")})
-                       && vantrel(root, {QStringLiteral("languages"), QStringLiteral("toggle"), QStringLiteral("de-DE")})
-                       && vantrel(root, {QStringLiteral("languages"), QStringLiteral("toggle"), QStringLiteral("fr-FR")})
-                       && vantrel(root, {QStringLiteral("record")}, flow);
+                       && BenchSupport::vantrel(root, {QStringLiteral("attach")})
+                       && BenchSupport::vantrel(root, {QStringLiteral("select-app"), QStringLiteral("com.vantrel.demo.Trips")})
+                       && BenchSupport::vantrel(root, {QStringLiteral("languages"), QStringLiteral("toggle"), QStringLiteral("de-DE")})
+                       && BenchSupport::vantrel(root, {QStringLiteral("languages"), QStringLiteral("toggle"), QStringLiteral("fr-FR")})
+                       && BenchSupport::vantrel(root, {QStringLiteral("record")}, flow);
     out << "\n(b) The run's own overhead per screenshot, device stand-in pauses at zero\n";
     if (!ready) {
         out << "    could not set up the recorded project\n";
