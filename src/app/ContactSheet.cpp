@@ -30,9 +30,9 @@ table.grid{border-collapse:collapse;margin:0 0 32px}
 .grid th,.grid td{border:1px solid #ccc;padding:6px;vertical-align:top;text-align:center;background:#fff}
 .grid th.checkpoint{text-align:left;font-weight:normal;max-width:180px;word-break:break-all}
 .grid img{display:block;width:180px;height:auto;margin:0 auto}
-.grid td.drifted{background:#fde2cf;outline:3px solid #e8710a;outline-offset:-3px}
+.grid td.drifted{background:#fde2cf;outline:3px solid #e8710a;outline-offset:-7px}
 .grid td.missing{background:#eee;color:#a00;height:120px;width:180px}
-.grid td.warned{outline:3px dashed #c5221f;outline-offset:-3px}
+.grid td.warned{outline:3px dashed #c5221f;outline-offset:-7px}
 .mark{display:block;font-size:12px;margin-top:4px;font-weight:bold}
 .drifted .mark{color:#b45309}
 .warned .mark.localization{color:#c5221f}
