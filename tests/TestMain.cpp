@@ -8,7 +8,13 @@
 //   tst_model                       everything in the executable
 #include "TestSupport.h"
 
+#ifdef VANTREL_TEST_WIDGETS
+#include <QApplication>
+using TestApplication = QApplication; // the widget tests need one
+#else
 #include <QGuiApplication>
+using TestApplication = QGuiApplication;
+#endif
 #include <QMetaMethod>
 #include <QTemporaryDir>
 #include <QTest>
@@ -65,7 +71,7 @@ int main(int argc, char **argv)
 
     qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen"
                                                                      : qgetenv("QT_QPA_PLATFORM"));
-    QGuiApplication app(argc, argv);
+    TestApplication app(argc, argv);
 
     QList<QByteArray> arguments{QByteArray(argv[0])};
     if (!onlyFunction.isEmpty())

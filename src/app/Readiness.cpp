@@ -47,7 +47,16 @@ bool AppModel::isReplayEngineAvailable()
     }
 }
 
-QList<ProductPreflightCheck> AppModel::preflightChecks()
+void AppModel::refreshReplayEngineAvailability()
+{
+    const bool available = isReplayEngineAvailable();
+    if (available == replayEngineAvailable)
+        return;
+    replayEngineAvailable = available;
+    notifyChanged();
+}
+
+QList<ProductPreflightCheck> AppModel::preflightChecks() const
 {
     const ScreenshotProject &p = project;
     return {
@@ -61,7 +70,7 @@ QList<ProductPreflightCheck> AppModel::preflightChecks()
          !p.screens.isEmpty()},
         {QStringLiteral("Simulator click access"), QStringLiteral("Accessibility permission"),
          platform().isAccessibilityTrusted()},
-        {QStringLiteral("Replay engine ready"), QStringLiteral("Xcode XCUITest runner"), isReplayEngineAvailable()},
+        {QStringLiteral("Replay engine ready"), QStringLiteral("Xcode XCUITest runner"), replayEngineAvailable},
     };
 }
 

@@ -71,7 +71,7 @@ void AppModel::refreshReviewImages()
     });
     noteUncheckedImages(images);
     reviewImages = images;
-    emit changed();
+    notifyChanged();
 }
 
 QList<ReviewImage> AppModel::needsReviewImages() const
@@ -98,4 +98,35 @@ QList<GeneratedLanguageGroup> AppModel::groupedImages() const
     for (const auto &[language, images] : byLanguage)
         groups.append({language, images});
     return groups;
+}
+
+std::optional<QString> AppModel::reviewReferenceURL(const ReviewImage &image) const
+{
+    // Held-back screenshots keep their checkpoint's file name, "NN-name.png".
+    if (!image.relativePath.startsWith(needsReviewPrefix))
+        return std::nullopt;
+    const std::optional<qint64> number = manualCaptureNumber(image.url);
+    if (!number)
+        return std::nullopt;
+    const QString base = QFileInfo(image.url).completeBaseName();
+    const std::optional<QString> reference = referenceCheckpointURL(*number, base.section(QLatin1Char('-'), 1));
+    if (!reference || !QFileInfo::exists(*reference))
+        return std::nullopt;
+    return reference;
+}
+
+void AppModel::openReviewImage(const ReviewImage &image)
+{
+    if (!QFileInfo::exists(image.url)) {
+        setLastError(QStringLiteral("Screenshot no longer exists: ") + image.url);
+        refreshReviewImages();
+        return;
+    }
+    if (!platform().openWithDefaultApplication(image.url))
+        setLastError(QStringLiteral("Could not open ") + image.url);
+}
+
+void AppModel::revealReviewImage(const ReviewImage &image)
+{
+    platform().revealInFileViewer(image.url);
 }

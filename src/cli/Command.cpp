@@ -43,12 +43,11 @@ bool CommandContext::refuseWithoutProject(const QString &action)
 
 void CommandContext::flushLog()
 {
-    const QString &log = model.runLog;
-    if (log == printedLog)
+    const RunLogFollower::Update update = printedLog.take(model.runLog);
+    if (update.text.isEmpty())
         return;
-    out << (log.startsWith(printedLog) ? log.mid(printedLog.size()) : log);
+    out << update.text;
     out.flush();
-    printedLog = log;
 }
 
 void CommandContext::printCurrentProject()

@@ -7,6 +7,7 @@
 // run log goes to standard output; an error it leaves in lastError goes to
 // standard error and makes the command exit with status 1.
 
+#include "app/RunLogFollower.h"
 #include "model/AppModel.h"
 
 #include <QJsonDocument>
@@ -35,7 +36,7 @@ struct CommandContext
     // "Current project: NAME (ID)", after an operation replaced the project.
     void printCurrentProject();
 
-    QString printedLog;
+    RunLogFollower printedLog; // what of the run log is already on screen
     // The saved project could not be loaded: the model holds a blank start-up
     // project that must not be saved over the file that failed.
     bool projectLoadFailed = false;
@@ -54,6 +55,9 @@ struct Command
     // Library commands still run when the current project fails to load, so
     // that the user can open or restore another one from the command line.
     bool recoversFromFailedLoad = false;
+    // Commands that work from their own input (a configuration file) never
+    // load or save a project.
+    bool usesProject = true;
 };
 
 namespace CommandTable {

@@ -9,15 +9,10 @@
 
 namespace {
 
-QString attachedUdid(const AppModel &model)
-{
-    return model.project.devices.value(0);
-}
-
 void printDevices(CommandContext &c, bool json)
 {
     const QList<SimulatorDevice> &devices = c.model.availableDevices;
-    const QString attached = attachedUdid(c.model);
+    const QString attached = c.model.attachedDeviceID().value_or(QString());
     if (json) {
         QJsonArray array;
         for (const SimulatorDevice &d : devices)
@@ -65,7 +60,7 @@ int runAttach(CommandContext &c)
     c.model.attachToBootedSimulator();
     if (c.model.lastError)
         return 1;
-    const QString udid = attachedUdid(c.model);
+    const QString udid = c.model.attachedDeviceID().value_or(QString());
     c.out << "Attached " << c.model.displayNameForDeviceID(udid) << " (" << udid << ").\n";
     c.out.flush();
 

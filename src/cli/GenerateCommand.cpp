@@ -21,8 +21,8 @@ void printOutcome(CommandContext &c, const RunOutcome &outcome)
     // A failure goes to standard error, once: it is also the last error.
     QTextStream &stream = outcome.kind == RunOutcomeKind::failed ? c.err : c.out;
     stream << "\n" << outcome.title << "\n" << outcome.detail << "\n";
-    if (outcome.kind == RunOutcomeKind::failed && outcome.detail == AppModel::driftStopMessage())
-        stream << "\nDrift detected\nPossible paywall, modal, slow transition, or wrong screen.\n";
+    if (const std::optional<DriftNotice> drift = c.model.lastRunDriftNotice())
+        stream << "\n" << drift->heading << "\n" << drift->explanation << "\n";
     stream.flush();
 }
 
@@ -65,15 +65,19 @@ void waitForRun(AppModel &model, QFuture<void> task, GenerateProgressDisplay &di
 int runGenerate(CommandContext &c)
 {
     const bool plain = c.takeFlag(QStringLiteral("--plain"));
+    const bool fromBuild = c.takeFlag(QStringLiteral("--from-build"));
     if (!c.arguments.isEmpty())
-        return c.usageError(QStringLiteral("generate takes no arguments besides --plain."));
+        return c.usageError(QStringLiteral("generate takes no arguments besides --from-build and --plain."));
     const bool live = !plain && ::isatty(STDOUT_FILENO);
     GenerateProgressDisplay display(c, live);
-    if (c.model.canRunAutomatedCapture())
-        c.err << "note: this project also has a chosen .app build; 'vantrel config' writes it for the "
-                 "command-line generator. This run replays the recorded flow on the attached Simulator.\n";
-
-    c.model.startRecordedAttachedCapture();
+    if (fromBuild) {
+        c.model.startBuildGeneration();
+    } else {
+        if (c.model.canRunAutomatedCapture())
+            c.err << "note: this project also has a chosen .app build; 'vantrel generate --from-build' "
+                     "generates from it. This run replays the recorded flow on the attached Simulator.\n";
+        c.model.startRecordedAttachedCapture();
+    }
     waitForRun(c.model, c.model.runTask, display, live);
     display.finish();
 
@@ -92,7 +96,7 @@ int runGenerate(CommandContext &c)
 
 } // namespace
 
-VANTREL_COMMAND({QStringLiteral("generate"), QStringLiteral("generate [--plain]"),
+VANTREL_COMMAND({QStringLiteral("generate"), QStringLiteral("generate [--from-build] [--plain]"),
                  QStringLiteral("Replays the recorded flow on the attached Simulator for every selected\n"
                                 "language and saves one PNG per checkpoint into the output folder,\n"
                                 "output/<language>/<device>/NN-name.png. Screenshots that drifted from\n"
@@ -102,6 +106,11 @@ VANTREL_COMMAND({QStringLiteral("generate"), QStringLiteral("generate [--plain]"
                                 "--plain (or output to a pipe or file) prints one line per change.\n"
                                 "Ctrl-C cancels the run and ends the build. A failed run writes\n"
                                 "diagnostics.txt (set-up and run log) for a problem report.\n"
+                                "\n"
+                                "--from-build generates from the project's chosen .app build instead: it\n"
+                                "writes generated-config.yaml and runs the command-line generator on it\n"
+                                "(VANTREL_CLI, QUILLMARK_CLI, the vantrel beside this program, a .build\n"
+                                "output under the data folder, or vantrel on the PATH), showing its output.\n"
                                 "\n"
                                 "Exit status: 0 when complete, 1 when failed, 130 when cancelled."),
                  runGenerate});

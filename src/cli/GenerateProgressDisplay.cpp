@@ -2,12 +2,6 @@
 
 #include <algorithm>
 
-namespace {
-
-QString fraction(qint64 completed, qint64 total) { return QStringLiteral("%1/%2").arg(completed).arg(total); }
-
-} // namespace
-
 GenerateProgressDisplay::GenerateProgressDisplay(CommandContext &context, bool live) : c(context), m_live(live) {}
 
 QString GenerateProgressDisplay::bar(qint64 completed, qint64 total, int width)
@@ -17,40 +11,27 @@ QString GenerateProgressDisplay::bar(qint64 completed, qint64 total, int width)
            + QLatin1Char(']');
 }
 
-// In the project's order: devices, and within each its languages.
-QList<GenerateProgressDisplay::Pair> GenerateProgressDisplay::pairs() const
+QString GenerateProgressDisplay::cellLine(const RunProgressCell &cell, int labelWidth) const
 {
-    QList<Pair> result;
-    const ScreenshotProject &p = c.model.project;
-    for (const QString &device : p.devices) {
-        const QString name = c.model.displayNameForDeviceID(device);
-        for (const QString &language : p.languages)
-            result.append({name + QStringLiteral(" / ") + language, RunProgress::key(language, device)});
-    }
-    return result;
-}
-
-QString GenerateProgressDisplay::pairLine(const Pair &pair, int labelWidth) const
-{
-    const RunProgress progress = c.model.runProgress.value(pair.key);
+    const RunProgress progress = c.model.runProgress.value(cell.key());
     return QStringLiteral("  %1  %2  %3")
-        .arg(pair.label, -labelWidth)
-        .arg(fraction(progress.completed, progress.total), 7)
+        .arg(cell.label(), -labelWidth)
+        .arg(RunProgressText::count(progress.completed, progress.total), 7)
         .arg(runProgressStateName(progress.state));
 }
 
 QStringList GenerateProgressDisplay::liveBlock() const
 {
-    const QList<Pair> all = pairs();
+    const QList<RunProgressCell> cells = c.model.runProgressCells();
     int labelWidth = 0;
-    for (const Pair &pair : all)
-        labelWidth = std::max(labelWidth, int(pair.label.size()));
+    for (const RunProgressCell &cell : cells)
+        labelWidth = std::max(labelWidth, int(cell.label().size()));
     QStringList lines;
-    for (const Pair &pair : all)
-        lines.append(pairLine(pair, labelWidth));
+    for (const RunProgressCell &cell : cells)
+        lines.append(cellLine(cell, labelWidth));
     const qint64 completed = c.model.completedRunProgressCount();
     const qint64 total = c.model.runTotalCount();
-    lines.append(QStringLiteral("  %1 %2 screenshots").arg(bar(completed, total, 30), fraction(completed, total)));
+    lines.append(QStringLiteral("  %1 %2 screenshots").arg(bar(completed, total, 30), RunProgressText::count(completed, total)));
     return lines;
 }
 
@@ -70,19 +51,21 @@ void GenerateProgressDisplay::redrawLive()
 
 void GenerateProgressDisplay::printPlainChanges()
 {
-    c.flushLog();
-    for (const Pair &pair : pairs()) {
-        const auto found = c.model.runProgress.constFind(pair.key);
+    // The model announces its changes once per turn of the event loop; a
+    // run changes a pair's progress before it logs what it does next
+    // ("Running ..."), so the progress lines come first.
+    for (const RunProgressCell &cell : c.model.runProgressCells()) {
+        const auto found = c.model.runProgress.constFind(cell.key());
         if (found == c.model.runProgress.cend())
             continue;
-        const QString text = fraction(found->completed, found->total) + QLatin1Char(' ')
-                             + runProgressStateName(found->state);
-        if (m_printed.value(pair.key) == text)
+        const QString text = RunProgressText::summary(*found);
+        if (m_printed.value(cell.key()) == text)
             continue;
-        m_printed.insert(pair.key, text);
-        c.out << "Progress: " << pair.label << " " << text << " ("
-              << fraction(c.model.completedRunProgressCount(), c.model.runTotalCount()) << ")\n";
+        m_printed.insert(cell.key(), text);
+        c.out << "Progress: " << cell.label() << " " << text << " ("
+              << RunProgressText::count(c.model.completedRunProgressCount(), c.model.runTotalCount()) << ")\n";
     }
+    c.flushLog();
     c.out.flush();
 }
 

@@ -22,14 +22,7 @@ public:
     static QString bar(qint64 completed, qint64 total, int width);
 
 private:
-    struct Pair
-    {
-        QString label; // "iPhone 15 Pro / de-DE"
-        QString key;   // runProgress key
-    };
-
-    QList<Pair> pairs() const;
-    QString pairLine(const Pair &pair, int labelWidth) const;
+    QString cellLine(const RunProgressCell &cell, int labelWidth) const;
     QStringList liveBlock() const;
     void redrawLive();
     void printPlainChanges();

@@ -2,19 +2,24 @@
 // one command per line from standard input (a person at a terminal or a
 // script), driving the same model operations as the desktop recorder. Taps
 // and swipes are performed on the device at once, like typed text. The
-// recorded waits are the script's own: its clock moves only by its `wait`
-// commands, never by the time a command takes to carry out.
+// recorded waits of a script are its own: its clock moves only by its `wait`
+// commands, never by the time a command takes to carry out. With --clicks it
+// also records the clicks and drags made in the Simulator window, as the
+// desktop recorder does, while the commands go on; waits then come from the
+// real time between actions, as they do in the desktop recorder.
 
 #include "Command.h"
+#include "GenerateInterrupts.h"
+#include "InputLines.h"
 
 #include "model/Await.h"
 #include "model/OperationDraft.h"
 #include "recorder/OperationDescription.h"
 #include "recorder/RecordedGesture.h"
 
-#include <QTextStream>
-#include <cstdio>
+#include <QEventLoop>
 #include <memory>
+#include <unistd.h>
 
 namespace {
 
@@ -33,7 +38,7 @@ const char *sessionHelp =
 struct Session
 {
     CommandContext &c;
-    std::shared_ptr<ReferenceSeconds> clock; // the script's time
+    std::shared_ptr<ReferenceSeconds> clock; // the script's time; none with --clicks
     bool refused = false;
 
     // Prints what the model said about the last command; a refusal does not
@@ -62,21 +67,40 @@ struct Session
         c.out << "Status: " << m.simulatorEventRecordingStatus << "\n"
               << "Checkpoints: " << m.project.screens.size() << "\n"
               << "Recorded actions: " << m.recordedInputActionCount() << "\n";
-        QStringList pending;
-        for (const OperationDraft &operation : m.pendingOperations)
-            pending.append(operation.identity());
-        c.out << "Pending: " << (pending.isEmpty() ? QStringLiteral("(none)") : pending.join(QStringLiteral(", ")))
+        const QStringList pending = m.pendingOperationDescriptions();
+        c.out << "Pending: " << (pending.isEmpty() ? QStringLiteral("(none)") : pending.join(QStringLiteral("; ")))
               << "\n"
               << "Next checkpoint: " << m.manualCaptureFilenamePreview(QString()) << "\n";
         c.out.flush();
     }
 
-    // "Recorded Tap 147, 790": the operation the model has just recorded.
-    void printRecorded()
+    // The actions recorded so far in this recording (it starts empty), in order.
+    QList<OperationDraft> recordedActions() const
     {
-        c.out << "Recorded " << OperationDescription::text(c.model.pendingOperations.last()) << "\n";
+        QList<OperationDraft> actions;
+        const auto collect = [&actions](const QList<OperationDraft> &operations) {
+            for (const OperationDraft &operation : operations)
+                if (!operation.isWait())
+                    actions.append(operation);
+        };
+        for (const ScreenDraft &screen : c.model.project.screens)
+            collect(screen.operations);
+        collect(c.model.pendingOperations);
+        return actions;
+    }
+
+    // Prints each action recorded since the last call as the recorder's
+    // status line words it, whether typed here or clicked in the window.
+    void printNewlyRecorded()
+    {
+        const QList<OperationDraft> actions = recordedActions();
+        for (qsizetype i = std::min(printedActions, actions.size()); i < actions.size(); ++i)
+            c.out << "Recorded " << OperationDescription::text(actions[i]) << "\n";
+        printedActions = actions.size();
         c.out.flush();
     }
+
+    qsizetype printedActions = 0;
 
     // Whole numbers (device points) from the words; nothing if one is not.
     static std::optional<QList<qint64>> points(const QStringList &words)
@@ -115,8 +139,6 @@ struct Session
     void gesture(const OperationDraft &operation)
     {
         c.model.addRecordedGesture(operation);
-        if (!c.model.lastError)
-            printRecorded();
         report();
     }
 
@@ -125,8 +147,6 @@ struct Session
         if (text.trimmed().isEmpty())
             return; // typing only blanks types nothing
         c.model.addRecordedType(text);
-        if (!c.model.lastError)
-            printRecorded();
         report();
     }
 
@@ -137,7 +157,8 @@ struct Session
         if (!ok || seconds < 0)
             return refuse(QStringLiteral("Usage: wait SECONDS"));
         awaitDelay(seconds); // the app on the device gets that time, too
-        *clock += seconds;
+        if (clock)
+            *clock += seconds;
     }
 
     void checkpoint(const QString &name)
@@ -178,31 +199,69 @@ struct Session
     }
 };
 
-int runSession(CommandContext &c)
+int runSession(CommandContext &c, bool clicks)
 {
-    // Taps and swipes are typed here, not clicked in the Simulator window.
-    c.model.observesDesktopClicks = false;
-    const auto clock = std::make_shared<ReferenceSeconds>(ReferenceDate::now());
-    c.model.recordingClock = [clock] { return *clock; };
-    c.model.startFlowRecording();
-    c.flushLog();
-    if (!c.model.isRecordingFlow)
-        return 1; // main() prints why
-    if (c.model.lastError) {
-        // Recording runs; only something around it (such as the preview) failed.
-        c.err << "note: " << *c.model.lastError << "\n";
-        c.model.clearLastError();
+    AppModel &model = c.model;
+    if (clicks) {
+        // Said before anything starts, so the recorded flow stays as it is.
+        if (const std::optional<QString> problem = model.platform().mouseMonitorProblem()) {
+            c.err << *problem << "\n";
+            return 1;
+        }
     }
+    // Without --clicks, taps and swipes are typed here, not clicked, and
+    // time is the script's.
+    model.observesDesktopClicks = clicks;
+    std::shared_ptr<ReferenceSeconds> clock;
+    if (!clicks) {
+        clock = std::make_shared<ReferenceSeconds>(ReferenceDate::now());
+        model.recordingClock = [clock] { return *clock; };
+    }
+    model.startFlowRecording();
+    c.flushLog();
+    if (!model.isRecordingFlow)
+        return 1; // main() prints why
+    if (model.lastError) {
+        // Recording runs; only something around it (such as the preview) failed.
+        c.err << "note: " << *model.lastError << "\n";
+        model.clearLastError();
+    }
+    if (clicks)
+        c.out << model.simulatorEventRecordingStatus << "\n";
     c.out << "Recording. One command per line; 'stop' or the end of input ends the recording.\n";
     c.out.flush();
+
     Session session{c, clock};
-    QTextStream in(stdin);
-    QString line;
-    while (in.readLineInto(&line) && session.handle(line)) {
-    }
-    c.model.stopFlowRecording();
-    c.out << "Stopped recording: " << c.model.project.screens.size() << " checkpoints, "
-          << c.model.recordedInputActionCount() << " recorded actions.\n";
+    QEventLoop loop;
+    const auto end = [&loop] { loop.quit(); };
+    InputLines input(STDIN_FILENO,
+                     [&](const QString &line) {
+                         const bool goesOn = session.handle(line);
+                         session.printNewlyRecorded();
+                         if (!goesOn || !model.isRecordingFlow)
+                             end();
+                         return goesOn && model.isRecordingFlow;
+                     },
+                     end);
+    // Clicks are recorded between commands; a recording that the desktop
+    // ended (its display went away) ends the session too.
+    QObject::connect(&model, &AppModel::changed, &loop, [&] {
+        session.printNewlyRecorded();
+        if (!model.isRecordingFlow)
+            end();
+    }, Qt::QueuedConnection);
+    GenerateInterrupts interrupts(end); // Ctrl-C ends the recording as 'stop' does
+    loop.exec();
+
+    session.printNewlyRecorded();
+    const bool endedByDesktop = !model.isRecordingFlow;
+    if (!endedByDesktop)
+        model.stopFlowRecording();
+    c.out << "Stopped recording: " << model.project.screens.size() << " checkpoints, "
+          << model.recordedInputActionCount() << " recorded actions.\n";
+    c.out.flush();
+    if (endedByDesktop)
+        return 1; // main() prints why
     session.report();
     return session.refused ? 1 : 0;
 }
@@ -210,14 +269,16 @@ int runSession(CommandContext &c)
 int runRecord(CommandContext &c)
 {
     if (c.arguments.isEmpty())
-        return runSession(c);
+        return runSession(c, false);
+    if (c.arguments == QStringList{QStringLiteral("--clicks")})
+        return runSession(c, true);
     if (c.arguments == QStringList{QStringLiteral("reset")}) {
         c.model.resetRecordedFlow();
         if (!c.model.lastError)
             c.out << "Cleared the recorded flow and its checkpoint images.\n";
         return 0;
     }
-    return c.usageError(QStringLiteral("Usage: vantrel record | record reset"));
+    return c.usageError(QStringLiteral("Usage: vantrel record [--clicks] | record reset"));
 }
 
 } // namespace
@@ -225,11 +286,14 @@ int runRecord(CommandContext &c)
 // No start-up refresh: starting a recording finds the device, detects the
 // app when none is chosen and takes the preview itself, and a reset needs
 // none of them; the refresh would run those simctl queries a second time.
-VANTREL_COMMAND({QStringLiteral("record"), QStringLiteral("record | record reset"),
+VANTREL_COMMAND({QStringLiteral("record"), QStringLiteral("record [--clicks] | record reset"),
                  QStringLiteral("Records a flow on the attached Simulator. Starts a recording, then reads one\n"
-                                "command per line from standard input until 'stop' or the end of input:\n")
+                                "command per line from standard input until 'stop', the end of input or Ctrl-C:\n")
                      + QString::fromLatin1(sessionHelp)
                      + QStringLiteral("X and Y are device points. A refused command prints why and the session goes on;\n"
                                       "the exit status is 1 when any command was refused.\n"
-                                      "  reset   clears all checkpoints, their images and what is pending"),
+                                      "  --clicks   also record clicks (taps) and drags (swipes) made in the Simulator\n"
+                                      "             window, printing each as it is recorded; needs a desktop whose\n"
+                                      "             clicks can be observed (on Linux an X11 display: set DISPLAY)\n"
+                                      "  reset      clears all checkpoints, their images and what is pending"),
                  runRecord, false});

@@ -3,6 +3,7 @@
 #include "Command.h"
 
 #include "model/LanguageCatalog.h"
+#include "simulator/DeviceLabels.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -27,22 +28,10 @@ QJsonArray preflightJson(const QList<ProductPreflightCheck> &checks)
     return array;
 }
 
-// The attached simulator's state as last listed, or "" when it is not listed.
-QString attachedDeviceState(const AppModel &model, const QString &udid)
-{
-    for (const SimulatorDevice &device : model.availableDevices)
-        if (device.udid == udid)
-            return device.state;
-    return QString();
-}
-
 // "iPhone 15 (UDID), Booted", or "(none)" before anything was attached.
 QString simulatorText(const QString &udid, const QString &name, const QString &state)
 {
-    if (udid.isEmpty())
-        return QStringLiteral("(none)");
-    const QString text = QStringLiteral("%1 (%2)").arg(name, udid);
-    return state.isEmpty() ? text : text + QStringLiteral(", ") + state;
+    return udid.isEmpty() ? QStringLiteral("(none)") : DeviceLabels::describe(name, udid, state);
 }
 
 int runStatus(CommandContext &c)
@@ -51,9 +40,9 @@ int runStatus(CommandContext &c)
     if (!c.arguments.isEmpty())
         return c.usageError(QStringLiteral("status takes no arguments besides --json."));
     const ScreenshotProject &p = c.model.project;
-    const QString udid = p.devices.value(0);
+    const QString udid = c.model.attachedDeviceID().value_or(QString());
     const QString deviceName = udid.isEmpty() ? QString() : c.model.displayNameForDeviceID(udid);
-    const QString deviceState = attachedDeviceState(c.model, udid);
+    const QString deviceState = c.model.deviceState(udid);
     const QList<ProductPreflightCheck> checks = c.model.preflightChecks();
     if (json) {
         c.printJson(QJsonObject{

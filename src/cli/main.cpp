@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QTextStream>
 #include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -36,6 +38,10 @@ void printCommandHelp(QTextStream &out, const Command &command)
 
 int main(int argc, char **argv)
 {
+    // A closed standard input would give its number to the next file this
+    // process opens, and a command reading its input would read that file.
+    if (::fcntl(STDIN_FILENO, F_GETFD) == -1)
+        ::open("/dev/null", O_RDONLY);
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Vantrel"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VANTREL_VERSION));
@@ -88,6 +94,11 @@ int main(int argc, char **argv)
     AppModel model(root);
     CommandContext context{model, arguments, out, err};
 
+    if (!command->usesProject) {
+        const int status = command->run(context);
+        out.flush();
+        return status;
+    }
     const bool loaded = model.loadSavedProject();
     if (loaded && model.lastError) {
         // The project loaded but could not be written back (a read-only
@@ -115,7 +126,7 @@ int main(int argc, char **argv)
             model.clearLastError();
         }
     }
-    context.printedLog = model.runLog;
+    context.printedLog = RunLogFollower(model.runLog);
 
     const int status = command->run(context);
     context.flushLog();

@@ -12,7 +12,6 @@
 #include "app/LocalizationReview.h"
 #include "model/AppError.h"
 #include "model/AppModel.h"
-#include "model/Await.h"
 #include "model/Folder.h"
 #include "model/PathSanitizer.h"
 #include "replay/ChildProcess.h"
@@ -32,31 +31,18 @@ struct RunCancelled
 {
 };
 
-// A pool of one thread, never destroyed: work still winding down must not
-// hold up the exit.
-QThreadPool *newSingleThreadPool()
-{
-    auto *threads = new QThreadPool;
-    threads->setMaxThreadCount(1);
-    return threads;
-}
-
-// Runs of their own, so that a run blocking for minutes never starves the
-// shared pool that main-thread operations await their device commands on.
-// One thread: a run starts only once the previous one has wound down.
-QThreadPool &runPool()
-{
-    static QThreadPool *pool = newSingleThreadPool();
-    return *pool;
-}
-
 // Text recognition for the localization check runs here, beside the run:
 // one thread, so that on a small machine it never competes with the device
 // and the build for more than one core. It works through a language's
-// screenshots while the next language replays.
+// screenshots while the next language replays. Never destroyed: work still
+// winding down must not hold up the exit.
 QThreadPool &recognitionPool()
 {
-    static QThreadPool *pool = newSingleThreadPool();
+    static QThreadPool *pool = [] {
+        auto *threads = new QThreadPool;
+        threads->setMaxThreadCount(1);
+        return threads;
+    }();
     return *pool;
 }
 
@@ -130,7 +116,6 @@ private:
     void finishSucceeded();
     void finishCancelled();
     void finishFailed(const QString &description);
-    void finish(AppModel &m);
 
     QPointer<AppModel> m_model;
     BuildCanceller::Flag m_cancelled;
@@ -192,7 +177,7 @@ void RecordedRun::prepare()
     onMain([](AppModel &m) {
         m.runProgress = m.initializedRunProgress();
         m.isRunning = true;
-        emit m.changed();
+        m.notifyChanged();
     });
 }
 
@@ -377,48 +362,24 @@ void RecordedRun::checkScreenshots(const QString &outputDirectory, const QString
     });
 }
 
-// Every ending shows the gallery as the run left it (drifted pictures have
-// moved), and frees the model for the next run. No other run can have
-// started meanwhile: a new one waits until this worker has ended.
-void RecordedRun::finish(AppModel &m)
-{
-    m.refreshReviewImages();
-    m.isRunning = false;
-    m.runTask = QFuture<void>();
-    emit m.changed();
-}
-
 void RecordedRun::finishSucceeded()
 {
-    onMain([this](AppModel &m) {
+    onMain([](AppModel &m) {
         m.appendLog(QStringLiteral("Recorded flow generation complete."));
-        const qint64 completed = m.completedRunProgressCount();
-        m.lastRunOutcome = RunOutcome{RunOutcomeKind::success, QStringLiteral("Generation complete"),
-                                      QStringLiteral("Generated %1 of %2 screenshots.").arg(completed).arg(m.runTotalCount()),
-                                      completed, ReferenceDate::now()};
-        finish(m);
+        m.endRunSucceeded(QStringLiteral("Generated %1 of %2 screenshots.")
+                              .arg(m.completedRunProgressCount())
+                              .arg(m.runTotalCount()));
     });
 }
 
 void RecordedRun::finishCancelled()
 {
-    onMain([this](AppModel &m) {
-        m.markUnfinishedProgressIdle();
-        m.appendLog(QStringLiteral("Generation cancelled."));
-        m.lastRunOutcome = AppModel::cancelledOutcome(m.completedRunProgressCount(), m.runTotalCount());
-        finish(m);
-    });
+    onMain([](AppModel &m) { m.endRunCancelled(); });
 }
 
 void RecordedRun::finishFailed(const QString &description)
 {
-    onMain([&](AppModel &m) {
-        m.markRunningProgressFailed();
-        m.lastRunOutcome = RunOutcome{RunOutcomeKind::failed, QStringLiteral("Generation failed"), description,
-                                      m.completedRunProgressCount(), ReferenceDate::now()};
-        m.setLastError(description);
-        finish(m);
-    });
+    onMain([&](AppModel &m) { m.endRunFailed(description); });
 }
 
 } // namespace
@@ -427,6 +388,19 @@ QString AppModel::driftStopMessage()
 {
     return QStringLiteral("Generated screenshots drifted from the recorded flow. Check output/_needs-review and "
                           "re-record from the last good checkpoint.");
+}
+
+std::optional<DriftNotice> AppModel::lastRunDriftNotice() const
+{
+    if (!lastRunOutcome || lastRunOutcome->kind != RunOutcomeKind::failed || lastRunOutcome->detail != driftStopMessage())
+        return std::nullopt;
+    return DriftNotice{QStringLiteral("Drift detected"),
+                       QStringLiteral("Possible paywall, modal, slow transition, or wrong screen.")};
+}
+
+QString AppModel::lastRunLog() const
+{
+    return runLog.mid(std::min(lastRunLogStart, runLog.size()));
 }
 
 RunOutcome AppModel::cancelledOutcome(qint64 completed, qint64 total)
@@ -438,19 +412,7 @@ RunOutcome AppModel::cancelledOutcome(qint64 completed, qint64 total)
 
 void AppModel::startRecordedAttachedCapture()
 {
-    assertMainThread();
-    // One run at a time: a previous one is ended and allowed to wind down
-    // (it reports its own cancellation) before the next one starts. It may
-    // no longer be in runTask when a cancel cleared it, so the pool tells.
-    if (runTask.isRunning()) {
-        runCancelRequested->store(true);
-        XCUITestReplay::cancelActiveRuns();
-    }
-    while (runPool().activeThreadCount() > 0)
-        awaitDelay(0.02);
-    runCancelRequested = std::make_shared<std::atomic_bool>(false);
-    runTask = QtConcurrent::run(&runPool(), runRecordedAttachedCapture, QPointer<AppModel>(this), runCancelRequested);
-    emit changed();
+    startRunTask(runRecordedAttachedCapture);
 }
 
 void AppModel::runRecordedAttachedCapture(QPointer<AppModel> model, std::shared_ptr<std::atomic_bool> cancelled)
@@ -472,5 +434,5 @@ void AppModel::cancelRun()
     markUnfinishedProgressIdle();
     appendLog(QStringLiteral("Cancel requested."));
     lastRunOutcome = cancelledOutcome(completedRunProgressCount(), runTotalCount());
-    emit changed();
+    notifyChanged();
 }

@@ -1,8 +1,11 @@
 // A recorded flow as replay steps: each checkpoint's navigation, then a
-// screenshot named after the checkpoint.
+// screenshot named after the checkpoint. A generator configuration likewise,
+// with a launch before every screen.
 
+#include "GeneratorConfig.h"
 #include "ScreenshotFileName.h"
 #include "model/AppModel.h"
+#include "simulator/SimctlArguments.h"
 
 #include <algorithm>
 
@@ -50,6 +53,24 @@ QList<XCTestReplayStep> AppModel::replaySteps(const QList<ScreenDraft> &screens)
     QList<XCTestReplayStep> steps;
     for (qsizetype i = 0; i < screens.size(); ++i) {
         const ScreenDraft &screen = screens.at(i);
+        for (const OperationDraft &operation : screen.operations)
+            steps.append(replayStep(operation));
+        steps.append(step(XCTestReplayStep::Kind::screenshot, pressDuration, {},
+                          screenshotFileName(i + 1, screen.name)));
+    }
+    return steps;
+}
+
+QList<XCTestReplayStep> AppModel::replaySteps(const GeneratorConfig &config, const QString &language)
+{
+    QList<XCTestReplayStep> steps;
+    for (qsizetype i = 0; i < config.screens.size(); ++i) {
+        const GeneratorScreen &screen = config.screens.at(i);
+        // Each screen starts from a fresh launch: the language first, then
+        // the arguments of every launch, then the screen's own (its state).
+        const QStringList arguments = SimctlArguments::languageLaunchArguments(language) + config.launchArguments
+                                      + screen.launchArguments;
+        steps.append(XCTestReplayStep::launch(arguments, config.launchWait(screen)));
         for (const OperationDraft &operation : screen.operations)
             steps.append(replayStep(operation));
         steps.append(step(XCTestReplayStep::Kind::screenshot, pressDuration, {},

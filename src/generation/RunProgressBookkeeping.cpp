@@ -35,7 +35,7 @@ void AppModel::updateRunProgress(const QString &language, const QString &deviceI
     const auto existing = runProgress.constFind(key);
     const qint64 total = existing != runProgress.cend() ? existing->total : screenTotal(project);
     runProgress.insert(key, {language, deviceID, std::clamp<qint64>(completed, 0, total), total, state});
-    emit changed();
+    notifyChanged();
 }
 
 void AppModel::incrementRunProgress(const QString &language, const QString &deviceID)
@@ -46,7 +46,7 @@ void AppModel::incrementRunProgress(const QString &language, const QString &devi
     entry.completed = std::min(entry.completed + 1, entry.total);
     entry.state = RunProgressState::running;
     runProgress.insert(key, entry);
-    emit changed();
+    notifyChanged();
 }
 
 void AppModel::markUnfinishedProgressIdle()
@@ -55,7 +55,7 @@ void AppModel::markUnfinishedProgressIdle()
     for (RunProgress &entry : runProgress)
         if (entry.state == RunProgressState::queued || entry.state == RunProgressState::running)
             entry.state = RunProgressState::idle;
-    emit changed();
+    notifyChanged();
 }
 
 void AppModel::markRunningProgressFailed()
@@ -64,7 +64,7 @@ void AppModel::markRunningProgressFailed()
     for (RunProgress &entry : runProgress)
         if (entry.state == RunProgressState::running)
             entry.state = RunProgressState::failed;
-    emit changed();
+    notifyChanged();
 }
 
 qint64 AppModel::completedRunProgressCount() const

@@ -67,27 +67,42 @@ AppModel::AppModel(std::optional<QString> packageRootOverride,
 
 AppModel::~AppModel() = default;
 
+void AppModel::notifyChanged()
+{
+    assertMainThread();
+    if (m_changeQueued)
+        return;
+    m_changeQueued = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_changeQueued = false;
+            emit changed();
+        },
+        Qt::QueuedConnection);
+}
+
 void AppModel::appendLog(const QString &message)
 {
     assertMainThread();
     runLog += message;
     if (!message.endsWith(QLatin1Char('\n')))
         runLog += QLatin1Char('\n');
-    emit changed();
+    notifyChanged();
 }
 
 void AppModel::setLastError(const QString &message)
 {
     assertMainThread();
     lastError = message;
-    emit changed();
+    notifyChanged();
 }
 
 void AppModel::clearLastError()
 {
     assertMainThread();
     lastError.reset();
-    emit changed();
+    notifyChanged();
 }
 
 void AppModel::assertMainThread() const

@@ -16,7 +16,8 @@
 #include "app/QuickStartRow.h"
 #include "app/Readiness.h"
 #include "app/ReviewImage.h"
-#include "generation/RunProgress.h"
+#include "generation/DriftNotice.h"
+#include "generation/RunProgressGrid.h"
 #include "generation/ScreenshotValidationIssue.h"
 #include "model/ProjectLibraryItem.h"
 #include "model/ScreenshotProject.h"
@@ -40,6 +41,7 @@
 #include <optional>
 
 class ChildProcess;
+struct GeneratorConfig;
 
 class AppModel : public QObject
 {
@@ -93,6 +95,11 @@ public:
     // script asks for. Clicks in the Simulator window always go by real time.
     std::function<ReferenceSeconds()> recordingClock = ReferenceDate::now;
     std::optional<SimulatorMouseDown> simulatorMouseDown;
+    // What `xcrun --find xcodebuild` said at the last refresh, so that
+    // readiness can be read as often as a view likes without a process.
+    bool replayEngineAvailable = false;
+    // Where the last generation run's lines begin in runLog.
+    qsizetype lastRunLogStart = 0;
 
     // The generation run in flight (one worker), and its stop flag.
     QFuture<void> runTask;
@@ -115,6 +122,11 @@ public:
 
     const QString &packageRoot() const { return m_packageRoot; }
     PlatformServices &platform() const { return *m_platform; }
+
+    // Announces a change of state: `changed()` follows once, on the next
+    // turn of the event loop, however many fields changed meanwhile, so a
+    // view re-reads once per turn and never half-way through an operation.
+    void notifyChanged();
 
     // Appends one message to the run log; a line feed is added when missing.
     void appendLog(const QString &message);
@@ -146,6 +158,15 @@ public:
     void configureBlankProject(const QString &name);
     static QString projectTimestamp();
     void resetProjectRuntimeState(const QString &message);
+
+    // The project's own choices, as a front edits them; each saves at once.
+    void setOutputDirectory(const QString &path);
+    void revealOutputDirectory();
+    // The launch settings' setters sit with the generator configuration below.
+    // Adds or removes a device of the run; the attached one stays first.
+    void toggleGenerationDevice(const QString &udid);
+    // The launch details of the checkpoint at `index` (0-based) in screens.
+    void setScreenDetails(qsizetype index, const QString &state, const QString &sampleName, double launchWaitSeconds);
 
     // Languages.
     void toggleLanguage(const QString &code);
@@ -182,8 +203,14 @@ public:
     // What a successful attach starts on the main thread without waiting:
     // installed apps, then the preview.
     void refreshAfterAttach();
-    // The UDID every device operation acts on, or nothing.
+    // The UDID every device operation acts on, or nothing. An operation: with
+    // no device chosen yet it lists the simulators and adopts the only booted one.
     std::optional<QString> activeDeviceID();
+    // The device the project is attached to now, as a cheap read.
+    std::optional<QString> attachedDeviceID() const;
+    // The state the simulators last listed gave this device ("Booted",
+    // "Shutdown", ...), or "" when it was not among them.
+    QString deviceState(const QString &udid) const;
     // After a device refresh: attaches the one booted simulator quietly (the
     // chosen bundle stays) and returns it; nothing when not exactly one is booted.
     std::optional<QString> adoptSoleBootedDevice();
@@ -229,12 +256,18 @@ public:
                                   const QString &failurePrefix);
     void startSimulatorEventMonitoring();
     void stopSimulatorEventMonitoring();
+    // The desktop's monitor ended by itself (its display went away): the
+    // recording stops and lastError says why.
+    void handleSimulatorEventMonitorEnded(const QString &reason);
     // `event.location` is the pointer position when the event happened.
     void handleSimulatorMouseEvent(const DesktopMouseEvent &event, ReferenceSeconds now = ReferenceDate::now());
     std::optional<OperationDraft> recordedDelayOperation(ReferenceSeconds actionDate) const;
     void appendRecordedOperation(const OperationDraft &operation, ReferenceSeconds actionDate);
     qsizetype recordedInputActionCount() const;
     bool canSaveNextFlowCheckpoint() const;
+    // What was recorded since the last checkpoint, as the status line words
+    // it: "Wait 1.2s", "Tap 147, 790".
+    QStringList pendingOperationDescriptions() const;
     // Replays operations on the device now, outside any generation run.
     // Throws what the replay runner throws.
     void perform(const QList<OperationDraft> &operations, const QString &device);
@@ -253,6 +286,8 @@ public:
     void retakeCheckpoint(const ManualScreenDraft &checkpoint);
     void deleteCheckpoint(const ManualScreenDraft &checkpoint);
     void moveCheckpoint(const ManualScreenDraft &checkpoint, qint64 offset);
+    // A new name for the checkpoint, its image and its generated screenshots.
+    void renameCheckpoint(const ManualScreenDraft &checkpoint, const QString &name);
     void deleteLastManualCapture();
     bool canDeleteLastManualCapture() const;
     QString manualCaptureURL(const ManualScreenDraft &checkpoint) const;
@@ -275,7 +310,44 @@ public:
     static bool flowNeedsReplayEngine(const QList<ScreenDraft> &screens);
     static void ensureXCUITestReplayAvailableIfNeeded(const QList<ScreenDraft> &screens); // throws AppError
     static QString driftStopMessage();
+    // The heading and explanation to show when the last run stopped for drift.
+    std::optional<DriftNotice> lastRunDriftNotice() const;
+    // The run log from the start of the last generation run.
+    QString lastRunLog() const;
     static RunOutcome cancelledOutcome(qint64 completed, qint64 total);
+
+    // What both kinds of run share: the worker is started once the previous
+    // run has wound down; each ends in one of three endings (on the main
+    // thread) that set lastRunOutcome and free the model.
+    using RunJob = void (*)(QPointer<AppModel> model, std::shared_ptr<std::atomic_bool> cancelled);
+    void startRunTask(RunJob job);
+    void endRun(const RunOutcome &outcome);
+    void endRunSucceeded(const QString &detail);
+    void endRunCancelled();
+    void endRunFailed(const QString &description); // also the last error
+
+    // Generation from the chosen .app build by the command-line generator:
+    // validate, write the configuration, find the generator, run it with
+    // "run" and the file's path in packageRoot, its output going to the run
+    // log as it arrives (and its per-screenshot lines to runProgress).
+    // cancelRun ends it like the recorded run.
+    struct GeneratorCommand
+    {
+        QString executable;
+        QStringList leadingArguments;
+        bool operator==(const GeneratorCommand &) const = default;
+    };
+    void startBuildGeneration();
+    static void runBuildGeneration(QPointer<AppModel> model, std::shared_ptr<std::atomic_bool> cancelled);
+    // In this order: VANTREL_CLI, QUILLMARK_CLI, "vantrel" in the
+    // application's own resources (beside the running executable outside a
+    // macOS bundle), the .build/{debug,release}/{vantrel,quillmark} outputs
+    // under packageRoot, `which vantrel`, and in a development checkout the
+    // vantrel of the build folder the application runs from.
+    static std::optional<GeneratorCommand> findGeneratorCommand(const QString &packageRoot);
+    static QString generatorNotFoundMessage();
+    // One line of the generator's output: logged, and counted when it reports a screenshot.
+    void handleGeneratorOutputLine(const QString &line);
 
     // Progress per language and device.
     QHash<QString, RunProgress> initializedRunProgress() const;
@@ -284,10 +356,15 @@ public:
     void markUnfinishedProgressIdle();
     void markRunningProgressFailed();
     qint64 completedRunProgressCount() const;
+    // The cells of the progress grid in the order every front shows them.
+    QList<RunProgressCell> runProgressCells() const;
 
     // The recorded flow as replay steps; recorded waits are shortened and clamped.
     static double replayWait(double recordedSeconds);
     static QList<XCTestReplayStep> replaySteps(const QList<ScreenDraft> &screens);
+    // A generator configuration's screens in one language: a launch with the
+    // language and the launch arguments before each screen's operations.
+    static QList<XCTestReplayStep> replaySteps(const GeneratorConfig &config, const QString &language);
 
     // Drift of generated screenshots from the recorded references.
     QList<ScreenshotValidationIssue> validateGeneratedScreens(const QString &outputDirectory, const QString &language,
@@ -308,6 +385,24 @@ public:
     void moveSuspiciousScreenshotToNeedsReview(const QString &url, const QString &filename, const QString &language,
                                                const QString &deviceName); // throws AppError
 
+    // What the configuration file carries besides the app, devices and
+    // languages, one field at a time. Each saves the project, or sets
+    // lastError and changes nothing when it refuses the value.
+    void setLaunchWaitSeconds(double seconds);
+    void setResetAppData(bool reset);
+    void setOpenSimulator(bool open);
+    void setGlobalLaunchArguments(const QStringList &arguments);
+    void setStateArgumentName(const QString &name);
+    void setSampleNameArgumentName(const QString &name); // empty: no sample arguments
+    // Screens by number, from 1. A screen added here is reached by its launch
+    // state alone (no recorded navigation); it gets a checkpoint record
+    // without an image, so later checkpoints stay paired with their screens.
+    void addScreen(const QString &name);
+    void renameScreen(qint64 number, const QString &name); // also its checkpoint and image
+    void setScreenState(qint64 number, const QString &state);
+    void setScreenSampleName(qint64 number, const QString &sampleName);
+    void setScreenLaunchWaitSeconds(qint64 number, double seconds); // 0: the project's wait
+
     // The configuration file for the command-line generator.
     void validateRunnableProject() const; // throws AppError
     QString generatedConfigURL() const;   // workspace/generated-config.yaml
@@ -315,8 +410,10 @@ public:
 
     // ------------------------------------------------ readiness and review (app/)
     // Readiness: derived on every read from the project and platform facts.
-    QList<ProductPreflightCheck> preflightChecks();
-    static bool isReplayEngineAvailable();
+    QList<ProductPreflightCheck> preflightChecks() const;
+    // Asks `xcrun --find xcodebuild` again and keeps the answer for readiness.
+    void refreshReplayEngineAvailability();
+    static bool isReplayEngineAvailable(); // asks the tools; prefer replayEngineAvailable
     bool canRunAutomatedCapture() const;
     bool canRunRecordedAttachedCapture() const;
     bool hasCompleteRunSelection() const; // app, devices, languages and checkpoints chosen
@@ -336,6 +433,10 @@ public:
     static QString noReferenceNote(); // ReviewImage::note of an image kept unchecked
     QList<ReviewImage> needsReviewImages() const;         // under "_needs-review/"
     QList<GeneratedLanguageGroup> groupedImages() const;  // gallery cards, by language
+    // The checkpoint reference a held-back screenshot drifted from, if it is there.
+    std::optional<QString> reviewReferenceURL(const ReviewImage &image) const;
+    void openReviewImage(const ReviewImage &image);
+    void revealReviewImage(const ReviewImage &image);
     // Writes workspace/diagnostics.txt; its location, or nothing (lastError set).
     std::optional<QString> writeDiagnostics();
     void exportDiagnostics(); // writeDiagnostics(), then reveal the file
@@ -349,10 +450,12 @@ signals:
 
 private:
     void assertMainThread() const;
+    template <class T> void editProject(T &field, const T &value);
     // Opening, restoring or replacing a project ends a flow recording first.
     void stopFlowRecordingIfNeeded();
     void noteUncheckedImages(QList<ReviewImage> &images) const;
 
     QString m_packageRoot;
     std::unique_ptr<PlatformServices> m_platform;
+    bool m_changeQueued = false;
 };

@@ -16,6 +16,7 @@ void AppModel::refreshAfterLoad()
         adoptSoleBootedDevice();
     if (!project.devices.isEmpty())
         refreshInstalledApps();
+    refreshReplayEngineAvailability();
     refreshReviewImages();
     refreshProjectSnapshots();
     syncManualScreensFromExistingCapturesIfNeeded();

@@ -62,7 +62,7 @@ void AppModel::refreshProjectLibrary()
     std::stable_sort(items.begin(), items.end(),
                      [](const auto &a, const auto &b) { return a.modifiedAt > b.modifiedAt; });
     projectLibrary = items;
-    emit changed();
+    notifyChanged();
 }
 
 std::optional<ProjectLibraryItem> AppModel::projectLibraryItem(const QString &path) const
@@ -75,7 +75,15 @@ std::optional<ProjectLibraryItem> AppModel::projectLibraryItem(const QString &pa
     try {
         document = ProjectCoding::decode(*bytes);
     } catch (const std::exception &) {
-        return std::nullopt; // unreadable library files are skipped silently
+        // Listed, never hidden: the user sees it is broken and can delete it.
+        ProjectLibraryItem broken;
+        broken.id = info.completeBaseName();
+        broken.url = info.absoluteFilePath();
+        broken.title = info.fileName();
+        broken.subtitle = QStringLiteral("Cannot be read");
+        broken.modifiedAt = ProjectFileListing::modificationDate(info);
+        broken.isReadable = false;
+        return broken;
     }
     const bool hadID = document.projectID.has_value();
     normalizeLoadedProject(document);
@@ -124,8 +132,12 @@ void AppModel::deleteProject(const ProjectLibraryItem &item)
     try {
         // The document tells which output folder belongs to it.
         std::optional<ScreenshotProject> deleted;
-        if (QFileInfo::exists(item.url))
-            deleted = ProjectCoding::decode(AtomicFile::read(item.url));
+        try {
+            if (QFileInfo::exists(item.url))
+                deleted = ProjectCoding::decode(AtomicFile::read(item.url));
+        } catch (const AppError &) {
+            // A file that cannot be read names no output folder; it goes alone.
+        }
         const bool wasCurrent = isCurrentProject(*this, item);
         trashOrRemove(item.url);
         if (deleted)

@@ -16,6 +16,9 @@ struct ProjectLibraryItem
     QString bundleId;
     qsizetype checkpointCount = 0;
     qsizetype languageCount = 0;
+    // False for a file that cannot be read as a project: it is listed (so
+    // that it can be deleted) but cannot be opened.
+    bool isReadable = true;
     bool operator==(const ProjectLibraryItem &) const = default;
 };
 

@@ -61,7 +61,7 @@ void AppModel::refreshProjectSnapshots()
     std::stable_sort(summaries.begin(), summaries.end(),
                      [](const auto &a, const auto &b) { return a.modifiedAt > b.modifiedAt; });
     projectSnapshots = summaries;
-    emit changed();
+    notifyChanged();
 }
 
 std::optional<QString> AppModel::snapshotCurrentProject(const QString &prefix)

@@ -16,7 +16,7 @@
 namespace {
 
 // The file the current project is loaded from at start: the one the identity
-// file names, else the legacy single-project file, else the newest library
+// file names, else the legacy single-project file, else the newest readable library
 // entry (which needs the library listed); nothing on a first start.
 std::optional<QString> savedProjectSource(AppModel &model, bool &libraryListed)
 {
@@ -31,8 +31,9 @@ std::optional<QString> savedProjectSource(AppModel &model, bool &libraryListed)
         return legacyFile;
     model.refreshProjectLibrary();
     libraryListed = true;
-    if (!model.projectLibrary.isEmpty() && QFileInfo::exists(model.projectLibrary.first().url))
-        return model.projectLibrary.first().url;
+    for (const ProjectLibraryItem &item : std::as_const(model.projectLibrary))
+        if (item.isReadable && QFileInfo::exists(item.url))
+            return item.url;
     return std::nullopt;
 }
 
@@ -109,7 +110,7 @@ bool AppModel::saveProject()
         return false;
     }
     refreshProjectLibrary();
-    emit changed();
+    notifyChanged();
     return true;
 }
 
@@ -176,7 +177,7 @@ void AppModel::configureBlankProject(const QString &name)
     fresh.createdAt = fresh.updatedAt = ReferenceDate::now();
     fresh.outputDirectory = defaultOutputDirectory(fresh.projectID, trimmed);
     project = fresh;
-    emit changed();
+    notifyChanged();
 }
 
 QString AppModel::projectTimestamp()
@@ -196,10 +197,11 @@ void AppModel::resetProjectRuntimeState(const QString &message)
     runProgress.clear();
     lastRunOutcome.reset();
     runLog = message;
+    lastRunLogStart = runLog.size(); // the new project has had no run yet
     refreshReviewImages();
     // The library is not listed here: a project is only replaced together
     // with a save, and the save lists it (listing twice reads every project
     // file twice).
     refreshProjectSnapshots();
-    emit changed();
+    notifyChanged();
 }

@@ -4,8 +4,9 @@
 // (which window is the Simulator, coordinate conversion, panel placement,
 // tap or swipe, scoring recognised text) is core code with tests.
 //
-// Implementations: macos/ (the real desktop), linux/ (what a Linux desktop
-// offers), scripted/ (tests set the facts and read back the requests).
+// Implementations: macos/ (the real desktop), linux/ (an X11 desktop when
+// there is a display), scripted/ (tests set the facts and read back the
+// requests).
 
 #include <QImage>
 #include <QList>
@@ -61,6 +62,15 @@ public:
     using MouseHandler = std::function<void(const DesktopMouseEvent &)>;
     virtual bool startMouseMonitor(MouseHandler handler) = 0;
     virtual void stopMouseMonitor() = 0;
+    // Why no monitor can be installed on this desktop (no display to
+    // observe, say), as a sentence for the user; nothing when one can.
+    virtual std::optional<QString> mouseMonitorProblem() { return std::nullopt; }
+    // Called on the main thread when an installed monitor ends without
+    // stopMouseMonitor() (the desktop's connection went away), with a
+    // sentence that says so; no event follows. Desktops whose monitor
+    // cannot end that way never call it.
+    using MonitorEndHandler = std::function<void(const QString &reason)>;
+    virtual void setMouseMonitorEndHandler(MonitorEndHandler handler) { (void)handler; }
     // Whether this process may observe clicks in other applications. The
     // plain query never disturbs the user (readiness asks it on every read);
     // the request also asks the desktop to show its permission prompt.

@@ -113,5 +113,5 @@ void AppModel::syncManualScreensFromExistingCapturesIfNeeded()
     if (screens.isEmpty())
         return;
     project.manualScreens = screens;
-    emit changed();
+    notifyChanged();
 }

@@ -116,6 +116,33 @@ void AppModel::moveCheckpoint(const ManualScreenDraft &checkpoint, qint64 offset
     }
 }
 
+void AppModel::renameCheckpoint(const ManualScreenDraft &checkpoint, const QString &name)
+{
+    const QString trimmed = name.trimmed();
+    if (trimmed.isEmpty()) {
+        setLastError(QStringLiteral("Checkpoint name cannot be empty."));
+        return;
+    }
+    QList<ManualScreenDraft> checkpoints = manualScreens();
+    const auto found = std::find_if(checkpoints.begin(), checkpoints.end(),
+                                    [&](const ManualScreenDraft &s) { return s.id == checkpoint.id; });
+    if (found == checkpoints.end())
+        return;
+    found->name = trimmed;
+    // The generated screenshots are named after the screen, so both change.
+    const QList<ScreenDraft> screensBefore = project.screens;
+    if (checkpoint.index >= 1 && checkpoint.index <= project.screens.size())
+        project.screens[checkpoint.index - 1].name = trimmed;
+    try {
+        rewriteCheckpointOrder(checkpoints); // renames the image and saves
+        refreshReviewImages();
+        clearLastError();
+    } catch (const std::exception &error) {
+        project.screens = screensBefore;
+        setLastError(QStringLiteral("Could not rename checkpoint: ") + describe(error));
+    }
+}
+
 void AppModel::deleteCheckpoint(const ManualScreenDraft &checkpoint)
 {
     try {

@@ -42,5 +42,5 @@ void AppModel::moveScreenshotToTrash(const QString &path)
     saveProject();
     refreshReviewImages();
     lastManualCaptureURL = existingLastManualCaptureURL();
-    emit changed();
+    notifyChanged();
 }

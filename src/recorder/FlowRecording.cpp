@@ -3,8 +3,8 @@
 
 #include "model/AppModel.h"
 
+#include "OperationDescription.h"
 #include "model/AppError.h"
-#include "replay/XCUITestReplay.h"
 
 #include <algorithm>
 #include <cmath>
@@ -27,9 +27,8 @@ void AppModel::startFlowRecording()
         setLastError(QStringLiteral("Select the installed app before starting Record Flow."));
         return;
     }
-    try {
-        XCUITestReplay::ensureAvailable();
-    } catch (...) {
+    refreshReplayEngineAvailability();
+    if (!replayEngineAvailable) {
         // The tool's own complaint means little to someone about to record.
         setLastError(QStringLiteral("Install the latest stable Xcode before recording. The app uses XCUITest "
                                     "to replay taps, swipes, and typed text."));
@@ -130,6 +129,14 @@ qsizetype AppModel::recordedInputActionCount() const
     for (const ScreenDraft &screen : project.screens)
         count += std::count_if(screen.operations.begin(), screen.operations.end(), isInputAction);
     return count;
+}
+
+QStringList AppModel::pendingOperationDescriptions() const
+{
+    QStringList descriptions;
+    for (const OperationDraft &operation : pendingOperations)
+        descriptions.append(OperationDescription::text(operation));
+    return descriptions;
 }
 
 bool AppModel::canSaveNextFlowCheckpoint() const

@@ -26,7 +26,7 @@ void AppModel::startSimulatorEventMonitoring()
         // Taps come from the front itself: no monitor to install, and no
         // permission prompt for a click source that is not used.
         simulatorEventRecordingStatus = QStringLiteral("Recording the taps, swipes and text entered here.");
-        emit changed();
+        notifyChanged();
         return;
     }
     simulatorEventRecordingStatus = QStringLiteral(
@@ -38,11 +38,28 @@ void AppModel::startSimulatorEventMonitoring()
             "Recording real Simulator clicks. If nothing is recorded, allow this app in System Settings > "
             "Privacy & Security > Accessibility.");
     QPointer<AppModel> model(this);
+    platform().setMouseMonitorEndHandler([model](const QString &reason) {
+        if (model)
+            model->handleSimulatorEventMonitorEnded(reason);
+    });
     simulatorEventMonitorInstalled = platform().startMouseMonitor([model](const DesktopMouseEvent &event) {
         if (model)
             model->handleSimulatorMouseEvent(event);
     });
-    emit changed();
+    if (!simulatorEventMonitorInstalled) {
+        // The desktop says why no click will arrive (no display to watch).
+        if (const std::optional<QString> problem = platform().mouseMonitorProblem())
+            simulatorEventRecordingStatus = *problem;
+    }
+    notifyChanged();
+}
+
+void AppModel::handleSimulatorEventMonitorEnded(const QString &reason)
+{
+    simulatorEventMonitorInstalled = false; // nothing left to remove
+    if (isRecordingFlow)
+        stopFlowRecording(); // the checkpoints saved so far stay
+    setLastError(reason + QStringLiteral(" Recording stopped; the checkpoints saved so far are kept."));
 }
 
 void AppModel::stopSimulatorEventMonitoring()
@@ -52,7 +69,7 @@ void AppModel::stopSimulatorEventMonitoring()
     simulatorEventMonitorInstalled = false;
     simulatorMouseDown.reset();
     simulatorEventRecordingStatus = idleRecordingStatus();
-    emit changed();
+    notifyChanged();
 }
 
 void AppModel::handleSimulatorMouseEvent(const DesktopMouseEvent &event, ReferenceSeconds now)
@@ -84,6 +101,6 @@ void AppModel::handleSimulatorMouseEvent(const DesktopMouseEvent &event, Referen
         {press.screenPoint, press.simulatorPoint, press.date}, {pointer, *devicePoint, now});
     appendRecordedOperation(operation, now);
     simulatorEventRecordingStatus = QStringLiteral("Recorded ") + OperationDescription::text(operation);
-    emit changed();
+    notifyChanged();
     QTimer::singleShot(previewDelayMilliseconds, this, [this] { refreshRecorderPreview(); });
 }

@@ -45,15 +45,28 @@ const char uiTestBody[] = R"swift(
 
     @MainActor
     func testReplaySteps() throws {
-        app.activate()
-        waitForForeground(timeout: 15)
-        settle(0.65)
+        // A replay that begins with a launch starts the app itself, with that
+        // step's arguments; any other drives the app as it already runs.
+        if steps.first?.kind != "launch" {
+            app.activate()
+            waitForForeground(timeout: 15)
+            settle(0.65)
+        }
 
         // Every step point counts from the top-left corner of the app's window.
         let origin = app.coordinate(withNormalizedOffset: CGVector(dx: 0, dy: 0))
         for step in steps {
-            waitForForeground(timeout: 8)
+            if step.kind != "launch" {
+                waitForForeground(timeout: 8)
+            }
             switch step.kind {
+            case "launch":
+                // launch() ends a running instance first, so every launch
+                // starts from the app's first screen with these arguments.
+                app.launchArguments = try JSONDecoder().decode([String].self, from: Data(step.text.utf8))
+                app.launch()
+                waitForForeground(timeout: 15)
+                settle(step.duration)
             case "tap":
                 point(origin, step.x, step.y).tap()
             case "swipe":
@@ -75,7 +88,7 @@ const char uiTestBody[] = R"swift(
                 XCTFail("Unsupported step kind: \(step.kind)")
                 return
             }
-            if step.kind != "wait" && step.kind != "screenshot" {
+            if step.kind != "wait" && step.kind != "screenshot" && step.kind != "launch" {
                 settle(0.3)
             }
         }

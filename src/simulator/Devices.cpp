@@ -88,10 +88,25 @@ void AppModel::refreshAfterAttach()
 
 std::optional<QString> AppModel::activeDeviceID()
 {
-    if (!project.devices.isEmpty())
-        return project.devices.first(); // not checked: it may have been shut down since
+    if (const std::optional<QString> attached = attachedDeviceID())
+        return attached; // not checked: it may have been shut down since
     refreshDevices();
     return adoptSoleBootedDevice();
+}
+
+std::optional<QString> AppModel::attachedDeviceID() const
+{
+    if (project.devices.isEmpty())
+        return std::nullopt;
+    return project.devices.first();
+}
+
+QString AppModel::deviceState(const QString &udid) const
+{
+    for (const SimulatorDevice &device : availableDevices)
+        if (device.udid == udid)
+            return device.state;
+    return QString();
 }
 
 std::optional<QString> AppModel::adoptSoleBootedDevice()

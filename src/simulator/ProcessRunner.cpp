@@ -44,6 +44,12 @@ namespace ProcessRunner {
 
 Result run(const QString &command, const QStringList &arguments, const QString &currentDirectory)
 {
+    return run(command, arguments, currentDirectory, nullptr);
+}
+
+Result run(const QString &command, const QStringList &arguments, const QString &currentDirectory,
+           const std::shared_ptr<std::atomic_bool> &cancelled)
+{
     std::optional<ChildProcess> child;
     try {
         child.emplace(command, arguments, currentDirectory, childEnvironment());
@@ -51,7 +57,10 @@ Result run(const QString &command, const QStringList &arguments, const QString &
         // The system's own reason, unwrapped, like every platform failure.
         throw AppError(QString::fromLocal8Bit(error.what()));
     }
-    child->waitForExit(-1);
+    // A cancel is looked for every 50 ms; the ended child is still reaped.
+    while (!child->waitForExit(cancelled ? 50 : -1))
+        if (cancelled->load())
+            child->terminate();
     const ChildProcess::Output &output = child->output();
     Result result{decodeUtf8(output.standardOutput), decodeUtf8(output.standardError)};
     if (output.exitedNormally && output.exitStatus == 0)

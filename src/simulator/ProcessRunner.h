@@ -7,6 +7,8 @@
 
 #include <QString>
 #include <QStringList>
+#include <atomic>
+#include <memory>
 
 namespace ProcessRunner {
 
@@ -20,5 +22,11 @@ struct Result
 // ("Command failed: ...") on a non-zero exit, and the start error unchanged
 // when /usr/bin/env cannot be started. Safe to call from any thread.
 Result run(const QString &command, const QStringList &arguments, const QString &currentDirectory);
+
+// As above, and the child is ended (SIGTERM) as soon as `cancelled` turns
+// true, so that a cancelled run leaves no command behind; it then fails like
+// any ended command, and the caller tells the two apart by its flag.
+Result run(const QString &command, const QStringList &arguments, const QString &currentDirectory,
+           const std::shared_ptr<std::atomic_bool> &cancelled);
 
 } // namespace ProcessRunner

@@ -1,5 +1,7 @@
 #include "RecorderPanelPlacement.h"
 
+#include "SimulatorWindowLocator.h"
+
 #include <algorithm>
 
 namespace RecorderPanelPlacement {
@@ -23,6 +25,19 @@ QRectF frame(const std::optional<QRectF> &visibleFrame, const std::optional<QRec
     double y = std::max(v.y() + margin, w.y() + w.height() - panelHeight);
     y = std::min(y, vMaxY - panelHeight - margin);
     return QRectF(x, y, panelWidth, panelHeight);
+}
+
+QRect topLeftGeometry(const QRectF &frame, const std::optional<QRectF> &mainScreenFrame)
+{
+    const QRectF screen = mainScreenFrame.value_or(QRectF(0, 0, 1200, 800));
+    const double top = screen.y() + screen.height() - (frame.y() + frame.height());
+    return QRectF(frame.x(), top, frame.width(), frame.height()).toRect();
+}
+
+QRect geometry(PlatformServices &platform)
+{
+    const QRectF placed = frame(platform.mainScreenVisibleFrame(), SimulatorWindowLocator::windowFrame(platform));
+    return topLeftGeometry(placed, platform.mainScreenFrame());
 }
 
 } // namespace RecorderPanelPlacement

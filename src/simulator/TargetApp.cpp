@@ -5,6 +5,7 @@
 #include "model/AppModel.h"
 #include "model/Await.h"
 #include "model/LanguageCatalog.h"
+#include "simulator/SimctlArguments.h"
 
 namespace {
 
@@ -72,15 +73,9 @@ void AppModel::launchRecordedApp(const QString &device, const QString &language)
     }
     // The launch arguments force the language and the region formats, so
     // the app shows that locale whatever the simulator's own settings.
-    QStringList arguments{simctl,
-                          QStringLiteral("launch"),
-                          QStringLiteral("--terminate-running-process"),
-                          device,
-                          project.bundleId,
-                          QStringLiteral("-AppleLanguages"),
-                          QLatin1Char('(') + language + QLatin1Char(')'),
-                          QStringLiteral("-AppleLocale"),
-                          QString(language).replace(QLatin1Char('-'), QLatin1Char('_'))};
+    QStringList arguments{simctl, QStringLiteral("launch"), QStringLiteral("--terminate-running-process"), device,
+                          project.bundleId};
+    arguments += SimctlArguments::languageLaunchArguments(language);
     arguments += project.globalLaunchArguments;
     try {
         runProcessOffMain(xcrun, arguments);
@@ -95,14 +90,10 @@ void AppModel::launchRecordedApp(const QString &device, const QString &language)
 
 void AppModel::overrideStatusBar(const QString &device)
 {
-    runProcessOffMain(xcrun, {simctl, QStringLiteral("status_bar"), device, QStringLiteral("override"),
-                              QStringLiteral("--time"), QStringLiteral("9:41"), QStringLiteral("--batteryState"),
-                              QStringLiteral("charged"), QStringLiteral("--batteryLevel"), QStringLiteral("100"),
-                              QStringLiteral("--wifiMode"), QStringLiteral("active"), QStringLiteral("--wifiBars"),
-                              QStringLiteral("3")});
+    runProcessOffMain(xcrun, SimctlArguments::statusBarOverride(device));
 }
 
 void AppModel::resetStatusBar(const QString &device)
 {
-    runProcessOffMain(xcrun, {simctl, QStringLiteral("status_bar"), device, QStringLiteral("clear")});
+    runProcessOffMain(xcrun, SimctlArguments::statusBarClear(device));
 }

@@ -57,9 +57,12 @@ private slots:
             {"Languages selected", "0 locales", false},
             {"Flow recorded", "0 checkpoints", false},
             {"Simulator click access", "Accessibility permission", false},
-            {"Replay engine ready", "Xcode XCUITest runner", AppModel::isReplayEngineAvailable()},
+            {"Replay engine ready", "Xcode XCUITest runner", false}, // not asked yet
         };
         QCOMPARE(checks, expected);
+        // Reading readiness asks no tool; a refresh does, and is remembered.
+        m_model->refreshReplayEngineAvailability();
+        QCOMPARE(m_model->preflightChecks().at(5).isReady, AppModel::isReplayEngineAvailable());
         QCOMPARE(m_model->runReadinessMessage(), QStringLiteral("Attach to a booted simulator or select a device first."));
         m_model->quickStartRows();
         QCOMPARE(m_platform->accessibilityRequests, 0); // reading readiness never pops the permission prompt

@@ -19,6 +19,13 @@ QStringList pngsUnder(const QString &folder)
     return found;
 }
 
+QString withoutProgress(const QString &out)
+{
+    QStringList lines = out.split(QLatin1Char('\n'));
+    lines.removeIf([](const QString &line) { return line.startsWith(QLatin1String("Progress: ")); });
+    return lines.join(QLatin1Char('\n'));
+}
+
 DeviceWorld::DeviceWorld()
 {
     QDir().mkpath(root());
@@ -37,6 +44,7 @@ QProcessEnvironment DeviceWorld::environment(const QHash<QString, QString> &extr
     env.insert(QStringLiteral("DEVICESIM_TIME_SCALE"), QStringLiteral("0"));
     env.remove(QStringLiteral("QUILLMARK_OUTPUT_DIR"));
     env.remove(QStringLiteral("QUILLMARK_PROGRESS_FILE"));
+    env.remove(QStringLiteral("DISPLAY"));
     for (auto it = extra.begin(); it != extra.end(); ++it)
         env.insert(it.key(), it.value());
     return env;
@@ -76,9 +84,9 @@ void DeviceWorld::startVantrel(QProcess &process, const QStringList &arguments) 
     process.start(TestSupport::vantrelBinary(), arguments);
 }
 
-Run DeviceWorld::devicesim(const QStringList &arguments) const
+Run DeviceWorld::devicesim(const QStringList &arguments, const QHash<QString, QString> &extra) const
 {
-    return run(TestSupport::devicesimBinary(), arguments, {});
+    return run(TestSupport::devicesimBinary(), arguments, extra);
 }
 
 Run DeviceWorld::xcrun(const QStringList &arguments) const
@@ -94,6 +102,18 @@ QJsonObject DeviceWorld::savedProject() const
 QJsonObject DeviceWorld::standInState() const
 {
     return QJsonDocument::fromJson(devicesim({QStringLiteral("state")}).out.toUtf8()).object();
+}
+
+QStringList DeviceWorld::runningBuilds() const
+{
+    QProcess ps;
+    ps.start(QStringLiteral("ps"), {QStringLiteral("-eo"), QStringLiteral("pid=,args=")});
+    ps.waitForFinished();
+    QStringList builds;
+    for (const QString &line : QString::fromUtf8(ps.readAllStandardOutput()).split(QLatin1Char('\n')))
+        if (line.contains(QLatin1String("xcodebuild")) && line.contains(root()))
+            builds.append(line.trimmed());
+    return builds;
 }
 
 } // namespace E2E

@@ -29,6 +29,11 @@ inline const QString demoAppName = QStringLiteral("Trips Caf\u00e9");
 // The PNG files below `folder`, as sorted paths relative to it.
 QStringList pngsUnder(const QString &folder);
 
+// A generate run's output without its "Progress: " lines: the run log in its
+// own order. Progress is printed whenever the model settles, which may fall
+// between two log lines of one step.
+QString withoutProgress(const QString &out);
+
 class DeviceWorld
 {
 public:
@@ -40,6 +45,8 @@ public:
     QString scratch() const { return m_dir.filePath(QStringLiteral("scratch")); }
 
     // The environment every program of this world runs in; `extra` wins.
+    // It has no DISPLAY unless `extra` gives one: no window of a test
+    // opens on the desktop of whoever runs the tests.
     QProcessEnvironment environment(const QHash<QString, QString> &extra = {}) const;
 
     Run vantrel(const QStringList &arguments, const QHash<QString, QString> &extra = {}) const;
@@ -48,7 +55,7 @@ public:
     // Starts vantrel without waiting (for long runs that a test cancels).
     void startVantrel(QProcess &process, const QStringList &arguments) const;
     // Set-up and inspection of the stand-in: devicesim device add, fault set, state...
-    Run devicesim(const QStringList &arguments) const;
+    Run devicesim(const QStringList &arguments, const QHash<QString, QString> &extra = {}) const;
     // The stand-in answering as xcrun, as the product would call it.
     Run xcrun(const QStringList &arguments) const;
 
@@ -56,6 +63,8 @@ public:
     QJsonObject savedProject() const;
     // The stand-in's state (devicesim state).
     QJsonObject standInState() const;
+    // Build processes (xcodebuild) of this world that are still alive.
+    QStringList runningBuilds() const;
 
 private:
     Run run(const QString &program, const QStringList &arguments, const QHash<QString, QString> &extra,

@@ -186,7 +186,7 @@ private slots:
         QVERIFY(run.err.contains("No recorded navigation since the previous checkpoint."));
         QVERIFY(run.err.contains("Usage: tap X Y"));
         QVERIFY(run.err.contains("Unknown recorder command 'fly'"));
-        QVERIFY(QRegularExpression("Pending: (wait-[0-9.]+, )?tap-147-790\n").match(run.out).hasMatch());
+        QVERIFY(QRegularExpression("Pending: (Wait [0-9.]+s; )?Tap 147, 790\n").match(run.out).hasMatch());
         QVERIFY(run.out.contains("Next checkpoint: 02-auto-name.png\n"));
         // Nothing after "stop" is read.
         const QJsonObject project = world.savedProject();

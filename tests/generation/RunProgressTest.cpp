@@ -61,6 +61,28 @@ private slots:
         QCOMPARE(entry(QStringLiteral("de-DE")).state, RunProgressState::idle);
         QCOMPARE(entry(QStringLiteral("en-US"), QStringLiteral("D2")).state, RunProgressState::idle);
     }
+
+    // Both fronts show the grid device by device, each device's languages
+    // in the project's order, named by the device's listed name.
+    void cellsFollowTheProjectsOrder()
+    {
+        m_model->availableDevices = {{QStringLiteral("iPhone 15"), QStringLiteral("D2"), {}, {}}};
+        QStringList labels;
+        for (const RunProgressCell &cell : m_model->runProgressCells())
+            labels.append(cell.label() + QLatin1Char('=') + cell.key());
+        QCOMPARE(labels, QStringList({"D1 / en-US=en-US|D1", "D1 / de-DE=de-DE|D1", "iPhone 15 / en-US=en-US|D2",
+                                      "iPhone 15 / de-DE=de-DE|D2"}));
+        QCOMPARE(RunProgressText::summary({"de-DE", "D1", 2, 3, RunProgressState::running}), QStringLiteral("2/3 running"));
+    }
+
+    void driftNoticeOnlyAfterADriftStop()
+    {
+        QVERIFY(!m_model->lastRunDriftNotice());
+        m_model->lastRunOutcome = RunOutcome{RunOutcomeKind::failed, "Generation failed", "Build failed", 0, 0};
+        QVERIFY(!m_model->lastRunDriftNotice());
+        m_model->lastRunOutcome->detail = AppModel::driftStopMessage();
+        QCOMPARE(m_model->lastRunDriftNotice().value_or(DriftNotice{}).heading, QStringLiteral("Drift detected"));
+    }
 };
 
 VANTREL_TEST(RunProgressTest);

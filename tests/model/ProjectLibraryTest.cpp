@@ -61,7 +61,9 @@ class ProjectLibraryTest : public QObject
     Q_OBJECT
 
 private slots:
-    void libraryListsDecodableFilesNewestFirst()
+    // A file that cannot be read is listed as such (by its file date), so it
+    // can be seen and deleted; it is never opened.
+    void libraryListsProjectFilesNewestFirst()
     {
         Fixture f;
         ScreenshotProject rich = document("B", "Rich", 200);
@@ -74,11 +76,19 @@ private slots:
         TestSupport::writeFile(f.model->projectsDirectory() + "/notes.txt", ProjectCoding::encodeBytes(document("T", "Txt", 400)));
 
         f.model->refreshProjectLibrary();
-        QCOMPARE(f.libraryIDs(), (QStringList{"C", "B", "A"}));
+        QCOMPARE(f.libraryIDs(), (QStringList{"broken", "C", "B", "A"}));
         QCOMPARE(f.item("B")->subtitle, QString("3 languages \u00B7 1 checkpoint"));
         QCOMPARE(f.item("A")->subtitle, QString("1 language \u00B7 0 checkpoints"));
         QCOMPARE(f.item("B")->title, QString("Rich"));
         QVERIFY(!f.model->lastError);
+
+        const ProjectLibraryItem broken = *f.item("broken");
+        QCOMPARE(broken.isReadable, false);
+        QCOMPARE(broken.subtitle, QString("Cannot be read"));
+        f.model->openProject(broken);
+        QVERIFY(f.model->lastError.value_or(QString()).startsWith("Could not open project: "));
+        f.model->deleteProject(broken);
+        QCOMPARE(f.libraryIDs(), (QStringList{"C", "B", "A"}));
     }
 
     // Equal dates keep the listing order: file names by code point, so an

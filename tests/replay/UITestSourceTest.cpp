@@ -70,6 +70,22 @@ private slots:
         QCOMPARE(lines, expected);
     }
 
+    // The arguments travel as a JSON array inside one string literal, so an
+    // argument with quotes, spaces or a line break arrives as it is.
+    void launchStepCarriesItsArgumentsExactly()
+    {
+        const QStringList arguments{QStringLiteral("-AppleLanguages"), QStringLiteral("(de-DE)"),
+                                    QStringLiteral("say \"hi\"\nnow"), QString()};
+        const XCTestReplayStep launch = XCTestReplayStep::launch(arguments, 1.5);
+        QCOMPARE(launch.launchArguments(), arguments);
+        QCOMPARE(XCTestReplayStep::kindFromRawValue(QStringLiteral("launch")), Kind::launch);
+        const QStringList lines = stepLines(XCUITestReplay::uiTestSource(QStringLiteral("/runner"), QStringLiteral("b"), {launch}));
+        QCOMPARE(lines, QStringList{QStringLiteral(
+                            "        Step(kind: \"launch\", x: 0.0, y: 0.0, endX: 0.0, endY: 0.0, duration: 1.5, text: "
+                            "\"[\\\"-AppleLanguages\\\",\\\"(de-DE)\\\",\\\"say \\\\\\\"hi\\\\\\\"\\\\nnow\\\",\\\"\\\"]\", "
+                            "outputPath: \"\")")});
+    }
+
     void singleStepArrayHasNoTrailingComma()
     {
         const QString source = XCUITestReplay::uiTestSource(

@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <algorithm>
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace BenchSupport {
@@ -37,5 +38,30 @@ bool vantrel(const QString &root, const QStringList &arguments, const QByteArray
 QString devicesimBinary();
 QString vantrelBinary();
 QString timingShimBinary();
+
+// The device tools behind timing shims: every xcrun, xcodebuild and open
+// call runs the stand-in through generation-timing-shim, which logs how long
+// the tool itself took, so that what remains of a run's time is ours.
+struct TimedTools
+{
+    QString shims;     // first on PATH: xcrun, xcodebuild, open -> the timing shim
+    QString realTools; // the stand-in's own links, where the shim finds the tools
+    QString log;       // "NAME SECONDS" per call
+};
+// Creates the shims under `folder`, a fresh stand-in world, and points
+// PATH and the stand-in's variables (pauses at zero) at them.
+std::optional<TimedTools> setUpTimedTools(const QString &folder);
+
+struct ToolLog
+{
+    double seconds = 0;
+    int calls = 0;
+    QHash<QString, int> callsByTool; // "xcodebuild" -> 2, ...
+};
+ToolLog readToolLog(const QString &log);
+
+// What one call through the timing shim costs beyond the tool itself (the
+// shim's own start), so that it is not counted as the run's overhead.
+double shimCostMilliseconds(const TimedTools &tools, const QString &scratch);
 
 } // namespace BenchSupport

@@ -1,9 +1,9 @@
-// (c) The localization check's cost: the same recorded run in en-US, de-DE
+// (d) The localization check's cost: the same recorded run in en-US, de-DE
 // and ja-JP on the device stand-in at its default pauses, once with real
 // text recognition (Tesseract) and once with a recogniser that reads
 // nothing at once, so that the difference is what the check adds to the
 // run's wall time.
-// (d) The contact sheet of 500 screenshots (50 checkpoints x 10 languages)
+// (e) The contact sheet of 500 screenshots (50 checkpoints x 10 languages)
 // written from scratch: thumbnails of every picture and the page.
 
 #include "BenchSupport.h"
@@ -63,7 +63,7 @@ Timed timeRun(const QString &root, std::unique_ptr<PlatformServices> platform)
 
 bool runLocalizationCheckBench(QTextStream &out)
 {
-    out << "\n(c) Localization check: added wall time of a run, stand-in at its default pauses\n";
+    out << "\n(d) Localization check: added wall time of a run, stand-in at its default pauses\n";
     out.flush();
     QTemporaryDir dir;
     const QString tools = dir.filePath(QStringLiteral("tools"));
@@ -110,7 +110,7 @@ bool runLocalizationCheckBench(QTextStream &out)
 
 bool runContactSheetBench(QTextStream &out)
 {
-    out << "\n(d) Contact sheet of 500 screenshots, thumbnails made from scratch\n";
+    out << "\n(e) Contact sheet of 500 screenshots, thumbnails made from scratch\n";
     out.flush();
     QTemporaryDir dir;
     AppModel model(dir.filePath(QStringLiteral("root")), std::make_unique<ScriptedPlatformServices>());

@@ -55,6 +55,7 @@ AppSession &start(World &world, Device &device, const QString &bundleId, const L
                                               : request.locale;
     session.extraArguments = request.extraArguments;
     DemoApp::reset(session);
+    DemoApp::applyLaunchState(session);
     device.running.append(session);
     device.foregroundApp = bundleId;
     return device.running.last();

@@ -3,6 +3,7 @@
 #include "DemoChrome.h"
 #include "DemoScreens.h"
 #include "DemoStrings.h"
+#include "DemoTrips.h"
 
 namespace DemoApp {
 
@@ -139,6 +140,8 @@ std::optional<QString> type(AppSession &session, const QString &text)
             break;
         if (ch == QLatin1Char('\n'))
             session.searchFocused = false;
+        else if (ch == QChar(0x08)) // the delete key
+            session.searchText.chop(1);
         else
             session.searchText.append(ch);
     }
@@ -153,6 +156,24 @@ void reset(AppSession &session)
     session.toggles.clear();
     session.searchFocused = false;
     session.searchText.clear();
+}
+
+void applyLaunchState(AppSession &session)
+{
+    const QStringList &arguments = session.extraArguments;
+    const auto value = [&arguments](const char *name) {
+        const qsizetype at = arguments.lastIndexOf(QLatin1String(name));
+        return at >= 0 ? arguments.value(at + 1).trimmed() : QString();
+    };
+    const QString screen = value("-vantrel.screen");
+    const QString trip = screen.startsWith(QLatin1String("detail:")) ? screen.mid(7) : screen;
+    if (tabs.contains(screen))
+        session.tab = screen;
+    else if (DemoTrips::find(trip))
+        session.stack().append(QStringLiteral("detail:") + trip);
+    const QString sample = value("-vantrel.sample");
+    if (!sample.isEmpty())
+        session.searchText = sample;
 }
 
 } // namespace DemoApp

@@ -28,4 +28,11 @@ std::optional<QString> type(AppSession &session, const QString &text);
 // A fresh session's state: the first tab, nothing pushed, default switches.
 void reset(AppSession &session);
 
+// What a fresh session shows when its launch arguments ask for a screen, as
+// an app prepared for screenshot tools does: "-vantrel.screen explore" opens
+// that tab (trips, explore, saved, settings), "-vantrel.screen kyoto" (or
+// "detail:kyoto") that trip's page; "-vantrel.sample TEXT" puts TEXT into
+// the Explore search. Unknown values leave the first tab.
+void applyLaunchState(AppSession &session);
+
 } // namespace DemoApp

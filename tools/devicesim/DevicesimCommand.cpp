@@ -6,6 +6,7 @@
 #include "OpenCommand.h"
 #include "StateStore.h"
 #include "ToolFailure.h"
+#include "WindowCommand.h"
 #include "XcodebuildCommand.h"
 #include "XcrunCommand.h"
 
@@ -26,7 +27,8 @@ const char *helpText = R"(devicesim - a stand-in for Apple's simulator and build
 devicesim is NOT Xcode and runs no iOS code. It answers the command lines that
 Vantrel sends to a Mac (xcrun simctl, xcrun --find, xcodebuild test, open -a
 Simulator) over simulated devices kept in a state folder, with a demo iOS app
-("Trips Café") whose screens it draws as real PNG screenshots.
+("Trips Café") whose screens it draws as real PNG screenshots, and, on an X11
+display, in a live "Simulator" window.
 
 Called as xcrun, xcodebuild or open (through links made by `devicesim shims`),
 it behaves as that tool. The state folder is $DEVICESIM_HOME (default: a
@@ -51,6 +53,10 @@ Usage:
   devicesim fault clear [KIND]         switch faults off (all, or one kind)
   devicesim fault list                 the faults that are on
   devicesim state                      print the state (JSON)
+  devicesim window [UDID]              show a live "Simulator" window on the X11 display:
+                                       clicks tap, drags swipe, keys type (UDID: that device;
+                                       default: the one open -a Simulator chose, else the
+                                       first booted one). open -a Simulator shows it too.
   devicesim xcrun|xcodebuild|open ARGS run a personality without links
 
 Environment:
@@ -206,6 +212,8 @@ int run(const QStringList &arguments)
         Console::out(QString::fromUtf8(QJsonDocument(StateStore::read().toJson()).toJson(QJsonDocument::Indented)));
         return 0;
     }
+    if (command == QLatin1String("window"))
+        return WindowCommand::run(rest);
     if (command == QLatin1String("xcrun"))
         return XcrunCommand::run(rest);
     if (command == QLatin1String("xcodebuild"))

@@ -2,6 +2,7 @@
 
 #include "StateStore.h"
 #include "ToolFailure.h"
+#include "WindowCommand.h"
 
 #include <QFileInfo>
 
@@ -38,6 +39,8 @@ int run(const QStringList &arguments)
     const int udidAt = appArguments.indexOf(QStringLiteral("-CurrentDeviceUDID"));
     if (!application.isEmpty() && udidAt >= 0 && udidAt + 1 < appArguments.size())
         StateStore::modify([&](World &world) { world.simulatorAppDevice = appArguments[udidAt + 1]; });
+    if (!application.isEmpty())
+        WindowCommand::openDetached();
     return 0;
 }
 

@@ -9,7 +9,7 @@
 
 struct ReplayStep
 {
-    QString kind; // tap, swipe, type, wait, screenshot (anything else fails the test)
+    QString kind; // tap, swipe, type, wait, screenshot, launch (anything else fails the test)
     double x = 0, y = 0, endX = 0, endY = 0, duration = 0;
     QString text;
     QString outputPath;

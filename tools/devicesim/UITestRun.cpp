@@ -1,5 +1,6 @@
 #include "UITestRun.h"
 
+#include "AppLauncher.h"
 #include "DeviceScreen.h"
 #include "Pause.h"
 #include "StateStore.h"
@@ -7,6 +8,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QSaveFile>
 
 UITestRun::UITestRun(const RunnerProject &project, const QString &udid, const QHash<QString, QString> &environment)
@@ -30,13 +33,17 @@ void UITestRun::run()
 {
     note(QStringLiteral("Start Test at %1").arg(QDateTime::currentDateTime().toString(Qt::ISODateWithMs)));
     note(QStringLiteral("Set Up"));
-    note(QStringLiteral("Activate Target Application '%1'").arg(m_project.bundleIdentifier));
-    waitForForeground(15);
-    Pause::scaled(0.65);
+    const auto isLaunch = [](const ReplayStep &step) { return step.kind == QLatin1String("launch"); };
+    if (m_project.steps.isEmpty() || !isLaunch(m_project.steps.first())) {
+        note(QStringLiteral("Activate Target Application '%1'").arg(m_project.bundleIdentifier));
+        waitForForeground(15);
+        Pause::scaled(0.65);
+    }
     for (const ReplayStep &step : m_project.steps) {
-        waitForForeground(8);
+        if (!isLaunch(step))
+            waitForForeground(8);
         perform(step);
-        if (step.kind != QLatin1String("wait") && step.kind != QLatin1String("screenshot"))
+        if (step.kind != QLatin1String("wait") && step.kind != QLatin1String("screenshot") && !isLaunch(step))
             Pause::scaled(0.3);
     }
     note(QStringLiteral("Tear Down"));
@@ -96,10 +103,53 @@ void UITestRun::perform(const ReplayStep &step)
         Pause::scaled(qMax(step.duration, 0.0));
     } else if (step.kind == QLatin1String("screenshot")) {
         screenshot(step);
+    } else if (step.kind == QLatin1String("launch")) {
+        launch(step);
     } else {
         throw TestFailure{m_project.lineContaining(QStringLiteral("Unsupported step kind")),
                           QStringLiteral("failed - Unsupported step kind: %1").arg(step.kind)};
     }
+}
+
+// As XCUIApplication.launch() does: a running instance ends, and the app
+// starts afresh with the step's arguments (a JSON array of strings, decoded
+// by the test source); the test fails when it cannot start.
+void UITestRun::launch(const ReplayStep &step)
+{
+    const QString bundleId = m_project.bundleIdentifier;
+    const int line = m_project.lineContaining(QStringLiteral("app.launch()"));
+    QJsonParseError parseError;
+    const QJsonDocument document = QJsonDocument::fromJson(step.text.toUtf8(), &parseError);
+    if (parseError.error != QJsonParseError::NoError || !document.isArray())
+        throw TestFailure{line, QStringLiteral("failed: caught error: \"The data couldn’t be read because it isn’t "
+                                               "in the correct format.\"")};
+    QStringList arguments;
+    for (const QJsonValue &value : document.array())
+        arguments.append(value.toString());
+    note(QStringLiteral("Launch Target Application '%1' with arguments %2")
+             .arg(bundleId, arguments.join(QLatin1Char(' '))));
+
+    LaunchRequest request = LaunchRequest::fromArguments(arguments);
+    request.terminateRunning = true;
+    std::optional<QString> problem;
+    StateStore::modify([&](World &world) {
+        Device *device = world.device(m_udid);
+        if (!device || !device->isBooted() || world.faults.isAppMissing(m_udid, bundleId) || !device->app(bundleId)) {
+            problem = QStringLiteral("Failed to launch %1: the application is not installed on the device.").arg(bundleId);
+            return;
+        }
+        if (world.faults.launchFails(request.language)) {
+            device->stopApp(bundleId);
+            problem = QStringLiteral("Failed to launch %1: the application crashed during launch (signal 6, abort).")
+                          .arg(bundleId);
+            return;
+        }
+        AppLauncher::start(world, *device, bundleId, request);
+    });
+    if (problem)
+        throw TestFailure{line, *problem};
+    waitForForeground(15);
+    Pause::scaled(qMax(step.duration, 0.0));
 }
 
 void UITestRun::screenshot(const ReplayStep &step)

@@ -1,7 +1,8 @@
 #pragma once
 // The UI test of a replay runner project, run against a simulated device:
 // it does what the generated test source does (bring the app to the front,
-// then tap, swipe, type, wait and take screenshots step by step, reporting
+// or launch it with a launch step's arguments, then tap, swipe, type, wait
+// and take screenshots step by step, reporting
 // each screenshot in the progress file), with the waits of the real test
 // shortened by the time scale.
 
@@ -35,6 +36,7 @@ private:
     void note(const QString &what);
     void waitForForeground(double timeout);
     void perform(const ReplayStep &step);
+    void launch(const ReplayStep &step);
     void screenshot(const ReplayStep &step);
     QString screenshotPath(const QString &rawPath) const;
     void recordProgress(const QString &outputPath) const;

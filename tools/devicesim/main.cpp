@@ -7,6 +7,7 @@
 #include "OpenCommand.h"
 #include "Pause.h"
 #include "ToolFailure.h"
+#include "WindowCommand.h"
 #include "XcodebuildCommand.h"
 #include "XcrunCommand.h"
 
@@ -38,13 +39,16 @@ int dispatch(const QString &personality, const QStringList &arguments)
 
 int main(int argc, char **argv)
 {
-    // Drawing text needs a GUI application, but never a display.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    const QString personality = QFileInfo(QString::fromLocal8Bit(argv[0])).fileName();
+    // Drawing text needs a GUI application, but never a display; only the
+    // Simulator window shows itself on one.
+    if (WindowCommand::isRequested(personality, argc, argv))
+        WindowCommand::prepareApplication();
+    else if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(quietMessages);
     Pause::installTerminationHandler();
     QGuiApplication app(argc, argv);
-    const QString personality = QFileInfo(QString::fromLocal8Bit(argv[0])).fileName();
     const QStringList arguments = app.arguments().mid(1);
     int status = 0;
     try {

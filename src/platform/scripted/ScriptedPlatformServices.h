@@ -13,6 +13,7 @@ public:
     bool accessibilityTrusted = true;
     int accessibilityRequests = 0; // how often the permission prompt was asked for
     bool canInstallMonitor = true;
+    std::optional<QString> monitorProblem; // why no monitor can be installed
     bool trashAvailable = true;
     std::optional<QString> chosenFile;
     QList<RecognizedTextLine> recognizedLines;
@@ -22,6 +23,7 @@ public:
     QStringList opened;
     QStringList trashed;
     MouseHandler mouseHandler;
+    MonitorEndHandler monitorEndHandler;
 
     // Sends a synthetic event to the installed monitor, if any.
     void sendMouse(MouseEventType type, QPointF location)
@@ -33,8 +35,18 @@ public:
     QList<RawWindowInfo> onScreenWindows() override { return windows; }
     std::optional<QRectF> mainScreenFrame() override { return screenFrame; }
     std::optional<QRectF> mainScreenVisibleFrame() override { return visibleFrame; }
+    // Ends the installed monitor as a desktop that went away would.
+    void endMonitor(const QString &reason)
+    {
+        mouseHandler = nullptr;
+        if (monitorEndHandler)
+            monitorEndHandler(reason);
+    }
+
     bool startMouseMonitor(MouseHandler handler) override;
     void stopMouseMonitor() override { mouseHandler = nullptr; }
+    std::optional<QString> mouseMonitorProblem() override { return monitorProblem; }
+    void setMouseMonitorEndHandler(MonitorEndHandler handler) override { monitorEndHandler = std::move(handler); }
     bool isAccessibilityTrusted() override { return accessibilityTrusted; }
     bool requestAccessibilityTrust() override
     {

@@ -1,0 +1,173 @@
+// Setting what the generator configuration carries, field by field, so that
+// nobody edits the project document by hand: waits, reset and Simulator
+// choices, launch arguments and their names, and each screen's name, state,
+// sample name and wait.
+
+#include "model/AppModel.h"
+#include "model/UuidText.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <cmath>
+
+namespace {
+
+std::optional<QString> waitProblem(double seconds)
+{
+    if (!std::isfinite(seconds) || seconds < 0)
+        return QStringLiteral("The launch wait must be zero or more seconds.");
+    return std::nullopt;
+}
+
+// Names are written after a dash ("-" + name), as the app reads them.
+std::optional<QString> argumentNameProblem(const QString &name)
+{
+    if (name.startsWith(QLatin1Char('-')))
+        return QStringLiteral("Give the argument name without its leading dash, such as vantrel.screen.");
+    if (std::any_of(name.begin(), name.end(), [](QChar c) { return c.isSpace(); }))
+        return QStringLiteral("An argument name cannot contain spaces.");
+    return std::nullopt;
+}
+
+std::optional<QString> screenProblem(const ScreenshotProject &project, qint64 number)
+{
+    if (number >= 1 && number <= project.screens.size())
+        return std::nullopt;
+    return QStringLiteral("There is no screen %1; the project has %2.").arg(number).arg(project.screens.size());
+}
+
+void save(AppModel &model)
+{
+    if (model.saveProject())
+        model.clearLastError();
+}
+
+} // namespace
+
+void AppModel::setLaunchWaitSeconds(double seconds)
+{
+    if (const auto problem = waitProblem(seconds))
+        return setLastError(*problem);
+    project.launchWaitSeconds = seconds;
+    save(*this);
+}
+
+void AppModel::setResetAppData(bool reset)
+{
+    project.resetAppData = reset;
+    save(*this);
+}
+
+void AppModel::setOpenSimulator(bool open)
+{
+    project.openSimulator = open;
+    save(*this);
+}
+
+void AppModel::setGlobalLaunchArguments(const QStringList &arguments)
+{
+    project.globalLaunchArguments = arguments;
+    save(*this);
+}
+
+void AppModel::setStateArgumentName(const QString &name)
+{
+    const QString trimmed = name.trimmed();
+    if (trimmed.isEmpty())
+        return setLastError(QStringLiteral("The state argument name cannot be empty; the usual one is ")
+                            + ScreenshotProject::defaultStateArgumentName + QLatin1Char('.'));
+    if (const auto problem = argumentNameProblem(trimmed))
+        return setLastError(*problem);
+    project.stateArgumentName = trimmed;
+    save(*this);
+}
+
+void AppModel::setSampleNameArgumentName(const QString &name)
+{
+    const QString trimmed = name.trimmed();
+    if (const auto problem = argumentNameProblem(trimmed))
+        return setLastError(*problem);
+    project.sampleNameArgumentName = trimmed;
+    save(*this);
+}
+
+void AppModel::addScreen(const QString &name)
+{
+    const QString trimmed = name.trimmed();
+    if (trimmed.isEmpty())
+        return setLastError(QStringLiteral("A screen needs a name."));
+    if (isRecordingFlow)
+        return setLastError(QStringLiteral("Stop recording before adding a screen; a recording adds its own "
+                                           "screens with each checkpoint."));
+    const qint64 number = project.screens.size() + 1;
+    project.screens.append(ScreenDraft{.id = UuidText::create(), .name = trimmed});
+    const QList<ManualScreenDraft> checkpoints = manualScreens();
+    if (std::none_of(checkpoints.begin(), checkpoints.end(),
+                     [number](const ManualScreenDraft &c) { return c.index == number; })) {
+        QList<ManualScreenDraft> updated = checkpoints;
+        updated.append(ManualScreenDraft{UuidText::create(), number, trimmed, std::nullopt});
+        project.manualScreens = updated;
+    }
+    // The next recorded checkpoint takes the next number.
+    project.manualCaptureIndex = std::max(nextManualCaptureIndex(), number + 1);
+    save(*this);
+}
+
+void AppModel::renameScreen(qint64 number, const QString &name)
+{
+    const QString trimmed = name.trimmed();
+    if (trimmed.isEmpty())
+        return setLastError(QStringLiteral("A screen needs a name."));
+    if (const auto problem = screenProblem(project, number))
+        return setLastError(*problem);
+    // The checkpoint of the same number carries the name in its image's file name.
+    QList<ManualScreenDraft> checkpoints = manualScreens();
+    for (ManualScreenDraft &checkpoint : checkpoints) {
+        if (checkpoint.index != number)
+            continue;
+        const QString image = manualCaptureURL(checkpoint);
+        const QString filename = checkpointFileName(number, trimmed);
+        const QString target = manualCaptureDirectory() + QLatin1Char('/') + filename;
+        if (QFileInfo::exists(image) && image != target) {
+            QFile file(image);
+            if (QFileInfo::exists(target) || !file.rename(target))
+                return setLastError(QStringLiteral("Could not rename %1 to %2: %3")
+                                        .arg(image, filename,
+                                             QFileInfo::exists(target) ? QStringLiteral("a file of that name exists")
+                                                                       : file.errorString()));
+        }
+        checkpoint.name = trimmed;
+        if (checkpoint.filename)
+            checkpoint.filename = filename;
+    }
+    project.manualScreens = checkpoints;
+    project.screens[number - 1].name = trimmed;
+    refreshReviewImages();
+    save(*this);
+}
+
+void AppModel::setScreenState(qint64 number, const QString &state)
+{
+    if (const auto problem = screenProblem(project, number))
+        return setLastError(*problem);
+    project.screens[number - 1].state = state.trimmed();
+    save(*this);
+}
+
+void AppModel::setScreenSampleName(qint64 number, const QString &sampleName)
+{
+    if (const auto problem = screenProblem(project, number))
+        return setLastError(*problem);
+    project.screens[number - 1].sampleName = sampleName.trimmed();
+    save(*this);
+}
+
+void AppModel::setScreenLaunchWaitSeconds(qint64 number, double seconds)
+{
+    if (const auto problem = screenProblem(project, number))
+        return setLastError(*problem);
+    if (const auto problem = waitProblem(seconds))
+        return setLastError(*problem);
+    project.screens[number - 1].launchWaitSeconds = seconds;
+    save(*this);
+}

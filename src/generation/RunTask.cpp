@@ -1,0 +1,84 @@
+// What every generation run shares: one worker at a time in a pool of its
+// own, started after the previous run has wound down, and the three endings
+// that free the model for the next run.
+
+#include "model/AppModel.h"
+#include "model/Await.h"
+#include "replay/ChildProcess.h"
+#include "replay/XCUITestReplay.h"
+
+#include <QThreadPool>
+#include <QtConcurrent/QtConcurrentRun>
+
+namespace {
+
+// Runs of their own, so that a run blocking for minutes never starves the
+// shared pool that main-thread operations await their device commands on.
+// One thread: a run starts only once the previous one has wound down.
+// Never destroyed: a run still winding down must not hold up the exit.
+QThreadPool &runPool()
+{
+    static QThreadPool *pool = [] {
+        auto *threads = new QThreadPool;
+        threads->setMaxThreadCount(1);
+        return threads;
+    }();
+    return *pool;
+}
+
+} // namespace
+
+void AppModel::startRunTask(RunJob job)
+{
+    assertMainThread();
+    // One run at a time: a previous one is ended and allowed to wind down
+    // (it reports its own cancellation) before the next one starts. It may
+    // no longer be in runTask when a cancel cleared it, so the pool tells.
+    if (runTask.isRunning()) {
+        runCancelRequested->store(true);
+        if (runProcess)
+            runProcess->terminate();
+        XCUITestReplay::cancelActiveRuns();
+    }
+    while (runPool().activeThreadCount() > 0)
+        awaitDelay(0.02);
+    runCancelRequested = std::make_shared<std::atomic_bool>(false);
+    lastRunLogStart = runLog.size();
+    runTask = QtConcurrent::run(&runPool(), job, QPointer<AppModel>(this), runCancelRequested);
+    notifyChanged();
+}
+
+// Every ending shows the gallery as the run left it, and frees the model for
+// the next run. No other run can have started meanwhile: a new one waits
+// until this worker has ended.
+void AppModel::endRun(const RunOutcome &outcome)
+{
+    assertMainThread();
+    lastRunOutcome = outcome;
+    refreshReviewImages();
+    isRunning = false;
+    runTask = QFuture<void>();
+    notifyChanged();
+}
+
+void AppModel::endRunSucceeded(const QString &detail)
+{
+    const qint64 completed = completedRunProgressCount();
+    endRun(RunOutcome{RunOutcomeKind::success, QStringLiteral("Generation complete"), detail, completed,
+                      ReferenceDate::now()});
+}
+
+void AppModel::endRunCancelled()
+{
+    markUnfinishedProgressIdle();
+    appendLog(QStringLiteral("Generation cancelled."));
+    endRun(cancelledOutcome(completedRunProgressCount(), runTotalCount()));
+}
+
+void AppModel::endRunFailed(const QString &description)
+{
+    markRunningProgressFailed();
+    setLastError(description);
+    endRun(RunOutcome{RunOutcomeKind::failed, QStringLiteral("Generation failed"), description,
+                      completedRunProgressCount(), ReferenceDate::now()});
+}

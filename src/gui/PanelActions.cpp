@@ -1,0 +1,49 @@
+#include "PanelActions.h"
+
+#include "BusyState.h"
+
+PanelActions::PanelActions(const PanelContext &context, QObject *parent) : QObject(parent), m_context(context)
+{
+    connect(&m_context.busy, &BusyState::busyChanged, this, &PanelActions::update);
+}
+
+QAction *PanelActions::add(const QString &text, std::function<void()> operation, std::function<bool()> enabledWhen,
+                           bool whileBusy)
+{
+    auto *action = new QAction(text, parent());
+    BusyState *busy = &m_context.busy;
+    connect(action, &QAction::triggered, this, [busy, operation, whileBusy] {
+        if (whileBusy && busy->isBusy())
+            operation(); // Cancel and Stop act on the operation that runs
+        else
+            busy->run(operation);
+    });
+    m_actions.append(action);
+    // Enabled by the panel's first refresh, once its widgets exist.
+    action->setEnabled(false);
+    m_rules.append({action, std::move(enabledWhen), whileBusy});
+    return action;
+}
+
+void PanelActions::update()
+{
+    const bool busy = m_context.busy.isBusy();
+    for (const Rule &rule : std::as_const(m_rules)) {
+        const bool allowed = rule.whileBusy || !busy;
+        rule.action->setEnabled(allowed && (!rule.enabledWhen || rule.enabledWhen()));
+    }
+}
+
+QPushButton *PanelActions::button(QAction *action, QWidget *parent)
+{
+    auto *button = new QPushButton(action->text(), parent);
+    button->setEnabled(action->isEnabled());
+    button->setToolTip(action->toolTip());
+    connect(button, &QPushButton::clicked, action, &QAction::trigger);
+    connect(action, &QAction::changed, button, [button, action] {
+        button->setText(action->text());
+        button->setEnabled(action->isEnabled());
+        button->setVisible(action->isVisible());
+    });
+    return button;
+}

@@ -1,0 +1,272 @@
+#include "ReviewPanel.h"
+
+#include "BusyState.h"
+#include "Dialogs.h"
+#include "GalleryModel.h"
+#include "ModelWatcher.h"
+#include "ThumbnailLoader.h"
+#include "app/ReviewComparison.h"
+#include "model/AppModel.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QFileSystemWatcher>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QImageReader>
+#include <QLabel>
+#include <QListView>
+#include <QListWidget>
+#include <QSplitter>
+#include <QVBoxLayout>
+#include <QtConcurrent/QtConcurrentRun>
+
+namespace {
+
+// How large each of the three pictures of a comparison is drawn.
+const QSize comparisonSize(220, 476);
+
+QImage readScaled(const QString &path, QSize bound)
+{
+    QImageReader reader(path);
+    if (reader.size().isValid())
+        reader.setScaledSize(reader.size().scaled(bound, Qt::KeepAspectRatio));
+    return reader.read();
+}
+
+QLabel *pictureLabel(const QString &name)
+{
+    auto *label = new QLabel;
+    label->setAlignment(Qt::AlignCenter);
+    label->setMinimumSize(comparisonSize);
+    label->setAccessibleName(name);
+    return label;
+}
+
+QWidget *captioned(const QString &caption, QLabel *picture)
+{
+    auto *box = new QWidget;
+    auto *layout = new QVBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(new QLabel(caption), 0, Qt::AlignHCenter);
+    layout->addWidget(picture);
+    return box;
+}
+
+} // namespace
+
+ReviewPanel::ReviewPanel(const PanelContext &context, QWidget *parent)
+    : QWidget(parent),
+      m_context(context),
+      m_actions(new PanelActions(context, this)),
+      m_gallery(new GalleryModel(context.model, context.thumbnails, this)),
+      m_folderWatcher(new QFileSystemWatcher(this))
+{
+    AppModel &model = context.model;
+    const auto hasSelection = [this] { return selectedImage().has_value(); };
+    QAction *open = m_actions->add(QStringLiteral("&Open Screenshot"), [this] {
+        if (const std::optional<ReviewImage> image = selectedImage())
+            m_context.model.openReviewImage(*image);
+    }, hasSelection);
+    QAction *reveal = m_actions->add(QStringLiteral("Re&veal Screenshot"), [this] {
+        if (const std::optional<ReviewImage> image = selectedImage())
+            m_context.model.revealReviewImage(*image);
+    }, hasSelection);
+    QAction *trash = m_actions->add(QStringLiteral("Move Screenshot to &Trash…"), [this] { trashSelected(); }, hasSelection);
+    QAction *diagnostics = m_actions->add(QStringLiteral("Export &Diagnostics"), [&model] { model.exportDiagnostics(); });
+    QAction *guide = m_actions->add(QStringLiteral("Customer &Guide"), [&model] { model.openCustomerGuide(); });
+    QAction *refreshAction = m_actions->add(QStringLiteral("Refresh &Gallery"), [&model] { model.refreshReviewImages(); });
+
+    m_groups = new QListWidget;
+    m_groups->setAccessibleName(QStringLiteral("Groups"));
+    m_groups->setMaximumWidth(260);
+    connect(m_groups, &QListWidget::currentRowChanged, this, [this](int row) {
+        const QList<GalleryGroup> &groups = m_gallery->groups();
+        m_gallery->setCurrentGroup(row >= 0 && row < groups.size() ? groups.at(row).key : QString());
+    });
+
+    const QSize thumbnail = context.thumbnails.size();
+    m_images = new QListView;
+    m_images->setModel(m_gallery);
+    m_images->setViewMode(QListView::IconMode);
+    m_images->setResizeMode(QListView::Adjust);
+    m_images->setMovement(QListView::Static);
+    m_images->setUniformItemSizes(true);
+    m_images->setIconSize(thumbnail);
+    m_images->setGridSize(thumbnail + QSize(40, 44));
+    m_images->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_images->setAccessibleName(QStringLiteral("Screenshots"));
+    connect(m_images->selectionModel(), &QItemSelectionModel::currentChanged, this, &ReviewPanel::selectionChanged);
+    connect(m_gallery, &QAbstractItemModel::modelReset, this, [this] {
+        // A group opens on its first screenshot, so that a held-back one is
+        // shown beside its reference at once.
+        if (m_gallery->rowCount() > 0)
+            m_images->setCurrentIndex(m_gallery->index(0));
+        selectionChanged();
+    });
+    connect(m_gallery, &GalleryModel::groupsChanged, this, &ReviewPanel::refreshGroups);
+    connect(m_images, &QListView::doubleClicked, open, &QAction::trigger);
+
+    m_empty = new QLabel(QStringLiteral("No generated screenshots yet. Generate them in the Generate panel."));
+    m_empty->setAlignment(Qt::AlignCenter);
+
+    auto *right = new QWidget;
+    auto *rightLayout = new QVBoxLayout(right);
+    rightLayout->setContentsMargins(0, 0, 0, 0);
+    rightLayout->addWidget(m_empty);
+    rightLayout->addWidget(m_images, 2);
+    rightLayout->addWidget(comparisonSection(), 0);
+    auto *split = new QSplitter;
+    split->addWidget(m_groups);
+    split->addWidget(right);
+    split->setStretchFactor(1, 1);
+
+    auto *buttons = new QHBoxLayout;
+    for (QAction *action : {open, reveal, trash})
+        buttons->addWidget(PanelActions::button(action));
+    buttons->addStretch();
+    for (QAction *action : {refreshAction, diagnostics, guide})
+        buttons->addWidget(PanelActions::button(action));
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(split, 1);
+    layout->addLayout(buttons);
+
+    connect(m_folderWatcher, &QFileSystemWatcher::directoryChanged, this, &ReviewPanel::outputFolderChanged);
+    connect(&m_comparisonJob, &QFutureWatcher<Comparison>::finished, this, &ReviewPanel::comparisonReady);
+    context.watcher.watch(this, [this] { refresh(); });
+}
+
+QWidget *ReviewPanel::comparisonSection()
+{
+    m_driftedView = pictureLabel(QStringLiteral("Generated"));
+    m_referenceView = pictureLabel(QStringLiteral("Recorded reference"));
+    m_differenceView = pictureLabel(QStringLiteral("Difference"));
+    auto *box = new QGroupBox(QStringLiteral("Drifted from its checkpoint"));
+    auto *layout = new QHBoxLayout(box);
+    layout->addWidget(captioned(QStringLiteral("Generated"), m_driftedView));
+    layout->addWidget(captioned(QStringLiteral("Recorded checkpoint"), m_referenceView));
+    layout->addWidget(captioned(QStringLiteral("What differs (red)"), m_differenceView));
+    box->setVisible(false);
+    m_comparison = box;
+    return box;
+}
+
+void ReviewPanel::refresh()
+{
+    watchOutputFolder();
+    m_gallery->refresh();
+    const bool empty = m_gallery->groups().isEmpty();
+    m_empty->setVisible(empty);
+    m_images->setVisible(!empty);
+    m_actions->update();
+}
+
+void ReviewPanel::refreshGroups()
+{
+    const QList<GalleryGroup> &groups = m_gallery->groups();
+    const QString current = m_gallery->currentGroup();
+    const QSignalBlocker blocker(m_groups);
+    m_groups->clear();
+    int currentRow = groups.isEmpty() ? -1 : 0;
+    for (qsizetype i = 0; i < groups.size(); ++i) {
+        const GalleryGroup &group = groups.at(i);
+        auto *item = new QListWidgetItem(QStringLiteral("%1 (%2)").arg(group.title).arg(group.images.size()));
+        if (group.key == GalleryModel::needsReviewKey)
+            item->setForeground(QColor(0xb0, 0x50, 0x00));
+        m_groups->addItem(item);
+        if (group.key == current)
+            currentRow = int(i);
+    }
+    m_groups->setCurrentRow(currentRow);
+    m_gallery->setCurrentGroup(currentRow >= 0 ? groups.at(currentRow).key : QString());
+}
+
+void ReviewPanel::showNeedsReview()
+{
+    const QList<GalleryGroup> &groups = m_gallery->groups();
+    if (!groups.isEmpty() && groups.first().key == GalleryModel::needsReviewKey)
+        m_groups->setCurrentRow(0);
+}
+
+void ReviewPanel::watchOutputFolder()
+{
+    // The folder itself tells when files come and go in it; its parent tells
+    // when the whole folder is deleted or comes back.
+    const QString folder = QDir::cleanPath(m_context.model.project.outputDirectory);
+    if (folder == m_watchedFolder && (!m_folderWatcher->directories().isEmpty() || !QFileInfo::exists(folder)))
+        return;
+    if (!m_folderWatcher->directories().isEmpty())
+        m_folderWatcher->removePaths(m_folderWatcher->directories());
+    m_watchedFolder = folder;
+    for (const QString &path : {folder, QFileInfo(folder).absolutePath()})
+        if (QFileInfo(path).isDir())
+            m_folderWatcher->addPath(path);
+}
+
+void ReviewPanel::outputFolderChanged()
+{
+    if (m_context.busy.run([this] { m_context.model.refreshReviewImages(); }))
+        watchOutputFolder();
+}
+
+std::optional<ReviewImage> ReviewPanel::selectedImage() const
+{
+    return m_gallery->image(m_images->currentIndex());
+}
+
+void ReviewPanel::selectionChanged()
+{
+    m_actions->update();
+    const std::optional<ReviewImage> image = selectedImage();
+    const std::optional<QString> reference = image ? m_context.model.reviewReferenceURL(*image) : std::nullopt;
+    if (!image || !reference) {
+        m_comparison->setVisible(false);
+        m_comparedPath.clear();
+        return;
+    }
+    if (m_comparedPath == image->url)
+        return;
+    m_comparedPath = image->url;
+    m_comparison->setVisible(true);
+    for (QLabel *label : {m_driftedView, m_referenceView, m_differenceView})
+        label->setText(QStringLiteral("Loading…"));
+    // Three pictures from two full-size screenshots: made off the main thread.
+    m_comparisonJob.setFuture(QtConcurrent::run(&ReviewPanel::compare, image->url, *reference, comparisonSize));
+}
+
+ReviewPanel::Comparison ReviewPanel::compare(const QString &drifted, const QString &reference, QSize size)
+{
+    Comparison result{readScaled(drifted, size), readScaled(reference, size), {}};
+    result.difference = ReviewComparison::highlightDifferences(result.drifted, result.reference, result.drifted.size());
+    return result;
+}
+
+void ReviewPanel::comparisonReady()
+{
+    const Comparison result = m_comparisonJob.result();
+    const auto show = [](QLabel *label, const QImage &image) {
+        if (image.isNull())
+            label->setText(QStringLiteral("Cannot be read"));
+        else
+            label->setPixmap(QPixmap::fromImage(image));
+    };
+    show(m_driftedView, result.drifted);
+    show(m_referenceView, result.reference);
+    show(m_differenceView, result.difference);
+}
+
+void ReviewPanel::waitForComparison()
+{
+    m_comparisonJob.waitForFinished();
+}
+
+void ReviewPanel::trashSelected()
+{
+    const std::optional<ReviewImage> image = selectedImage();
+    if (!image)
+        return;
+    if (m_context.dialogs.confirm(this, QStringLiteral("Move to Trash"),
+                                  QStringLiteral("Move %1 to the Trash?").arg(image->relativePath),
+                                  QStringLiteral("Move to Trash")))
+        m_context.model.moveScreenshotToTrash(image->url);
+}

@@ -1,0 +1,64 @@
+// The per-project choices a front edits directly: where the screenshots go,
+// how the app is launched for each language, which devices a run covers, and
+// each checkpoint's launch details. Every edit is saved at once.
+
+#include "AppModel.h"
+
+#include <QDir>
+#include <algorithm>
+
+namespace {
+
+// Launch waits are seconds a person types: never negative, never a day.
+double clampedWait(double seconds) { return std::clamp(seconds, 0.0, 600.0); }
+
+} // namespace
+
+template <class T> void AppModel::editProject(T &field, const T &value)
+{
+    if (field == value)
+        return; // an unchanged field saves nothing
+    field = value;
+    saveProject();
+}
+
+void AppModel::setOutputDirectory(const QString &path)
+{
+    const QString trimmed = path.trimmed();
+    if (trimmed.isEmpty()) {
+        setLastError(QStringLiteral("Choose a folder for the screenshots."));
+        return;
+    }
+    editProject(project.outputDirectory, QDir::cleanPath(QDir(trimmed).absolutePath()));
+    refreshReviewImages();
+}
+
+void AppModel::revealOutputDirectory()
+{
+    QDir().mkpath(project.outputDirectory); // a new project has made nothing yet
+    platform().revealInFileViewer(project.outputDirectory);
+}
+
+void AppModel::toggleGenerationDevice(const QString &udid)
+{
+    QStringList devices = project.devices;
+    if (devices.contains(udid))
+        devices.removeAll(udid);
+    else
+        devices.append(udid); // the attached device stays first
+    editProject(project.devices, devices);
+}
+
+void AppModel::setScreenDetails(qsizetype index, const QString &state, const QString &sampleName,
+                                double launchWaitSeconds)
+{
+    if (index < 0 || index >= project.screens.size())
+        return;
+    ScreenDraft screen = project.screens.at(index);
+    screen.state = state.trimmed();
+    screen.sampleName = sampleName.trimmed();
+    screen.launchWaitSeconds = clampedWait(launchWaitSeconds);
+    QList<ScreenDraft> screens = project.screens;
+    screens[index] = screen;
+    editProject(project.screens, screens);
+}
