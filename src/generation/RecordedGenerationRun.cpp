@@ -7,6 +7,7 @@
 #include "BuildCanceller.h"
 #include "LocalizationCheck.h"
 #include "MainThreadCall.h"
+#include "ScreenWordsReader.h"
 #include "ScreenshotFileName.h"
 #include "ThumbnailCache.h"
 #include "app/LocalizationReview.h"
@@ -20,9 +21,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QImage>
-#include <QThreadPool>
-#include <QtConcurrent/QtConcurrentRun>
 
 namespace {
 
@@ -31,52 +29,15 @@ struct RunCancelled
 {
 };
 
-// Text recognition for the localization check runs here, beside the run:
-// one thread, so that on a small machine it never competes with the device
-// and the build for more than one core. It works through a language's
-// screenshots while the next language replays. Never destroyed: work still
-// winding down must not hold up the exit.
-QThreadPool &recognitionPool()
-{
-    static QThreadPool *pool = [] {
-        auto *threads = new QThreadPool;
-        threads->setMaxThreadCount(1);
-        return threads;
-    }();
-    return *pool;
-}
-
-constexpr int recognitionWidth = 480;
-
-// The letter words of a screenshot, or nothing when it cannot be read.
-using ScreenWords = std::optional<QStringList>;
-
-ScreenWords recognizeWords(PlatformServices *platform, const QString &path)
-{
-    QImage image(path);
-    if (image.isNull())
-        return std::nullopt;
-    // Screen text is large on a Simulator screenshot: at phone width it still
-    // reads well, and recognition takes a fraction of the time.
-    if (image.width() > recognitionWidth)
-        image = image.scaledToWidth(recognitionWidth, Qt::SmoothTransformation);
-    try {
-        QStringList lines;
-        for (const RecognizedTextLine &line : platform->recognizeText(image))
-            lines.append(line.text);
-        return LocalizationCheck::letterWords(lines.join(QLatin1Char('\n')));
-    } catch (...) {
-        return std::nullopt;
-    }
-}
-
-// One screenshot of a later language waiting for its words.
+// One screenshot of a later language, to be held against the first
+// language's screenshot of the same checkpoint on the same device.
 struct PendingLocalizationCheck
 {
     QString language;
     QString deviceFolder;
     QString file;
-    QFuture<ScreenWords> words;
+    QString path;
+    QString firstLanguagePath;
 };
 
 QString describe(const std::exception &error) { return QString::fromUtf8(error.what()); }
@@ -123,9 +84,10 @@ private:
     QString m_packageRoot;
     QString m_workspace;
     PlatformServices *m_platform = nullptr; // owned by the model, which outlives every run
-    // The first language's words per device folder and checkpoint file, and
-    // the later languages' screenshots to hold against them.
-    QHash<QString, QFuture<ScreenWords>> m_firstLanguageWords;
+    // Reads every screenshot's words as the device writes them (none for a
+    // run in one language), and the later languages' screenshots to hold
+    // against the first language's.
+    std::unique_ptr<ScreenWordsReader> m_wordsReader;
     QList<PendingLocalizationCheck> m_localizationChecks;
 };
 
@@ -173,6 +135,11 @@ void RecordedRun::prepare()
         m_workspace = m.workspaceDirectory();
         m_platform = &m.platform();
     });
+    if (m_project.languages.size() > 1) {
+        PlatformServices *platform = m_platform;
+        m_wordsReader = std::make_unique<ScreenWordsReader>(
+            [platform](const QString &path) { return ScreenWordsReader::readScreenshot(*platform, path); });
+    }
     AppModel::ensureXCUITestReplayAvailableIfNeeded(m_project.screens);
     onMain([](AppModel &m) {
         m.runProgress = m.initializedRunProgress();
@@ -242,25 +209,24 @@ void RecordedRun::runPair(const QString &device, const QString &language)
     startLocalizationCheck(language, deviceName, outputDirectory);
 }
 
-// Starts reading the words of this language's screenshots and returns at
-// once; the comparison waits for the end of the run.
+// Notes which of this language's screenshots are to be checked; their words
+// are read in the background since the device wrote them, and compared at
+// the end of the run.
 void RecordedRun::startLocalizationCheck(const QString &language, const QString &deviceName,
                                          const QString &outputDirectory)
 {
-    if (m_project.languages.size() < 2)
+    if (!m_wordsReader || language == m_project.languages.first())
         return;
-    const bool isFirst = language == m_project.languages.first();
     const QString deviceFolder = PathSanitizer::component(deviceName);
+    const QString firstLanguageDirectory = onMain(
+        [&](AppModel &m) { return m.generatedOutputDirectory(m_project.languages.first(), deviceName); });
     for (qsizetype i = 0; i < m_project.screens.size(); ++i) {
         const QString file = screenshotFileName(i + 1, m_project.screens.at(i).name);
         const QString path = QDir(outputDirectory).filePath(file);
-        if (!QFileInfo::exists(path))
+        const QString firstLanguagePath = QDir(firstLanguageDirectory).filePath(file);
+        if (!QFileInfo::exists(path) || !QFileInfo::exists(firstLanguagePath))
             continue;
-        QFuture<ScreenWords> words = QtConcurrent::run(&recognitionPool(), recognizeWords, m_platform, path);
-        if (isFirst)
-            m_firstLanguageWords.insert(deviceFolder + QLatin1Char('/') + file, words);
-        else
-            m_localizationChecks.append({language, deviceFolder, file, words});
+        m_localizationChecks.append({language, deviceFolder, file, path, firstLanguagePath});
     }
 }
 
@@ -268,17 +234,14 @@ void RecordedRun::startLocalizationCheck(const QString &language, const QString 
 // lists the ones that look the same and keeps them beside the screenshots.
 void RecordedRun::finishLocalizationCheck()
 {
-    if (m_project.languages.size() < 2)
+    if (!m_wordsReader)
         return;
     const QString firstLanguage = m_project.languages.first();
     QList<LocalizationWarning> warnings;
     for (const PendingLocalizationCheck &check : std::as_const(m_localizationChecks)) {
         checkCancelled();
-        const QFuture<ScreenWords> first = m_firstLanguageWords.value(check.deviceFolder + QLatin1Char('/') + check.file);
-        if (!first.isValid())
-            continue;
-        const ScreenWords words = QFuture<ScreenWords>(check.words).result();
-        const ScreenWords firstWords = QFuture<ScreenWords>(first).result();
+        const ScreenWordsReader::Words words = m_wordsReader->words(check.path);
+        const ScreenWordsReader::Words firstWords = m_wordsReader->words(check.firstLanguagePath);
         if (words && firstWords && LocalizationCheck::looksUnlocalized(*words, *firstWords))
             warnings.append({check.language, firstLanguage, check.deviceFolder, check.file});
     }
@@ -308,8 +271,9 @@ void RecordedRun::replay(const QString &device, const QString &language, const Q
     log(QStringLiteral("Replaying %1 checkpoints for %2").arg(m_project.screens.size()).arg(language));
     BuildCanceller canceller(m_cancelled);
     QPointer<AppModel> model = m_model;
+    ScreenWordsReader *wordsReader = m_wordsReader.get();
     XCUITestReplay::run(AppModel::replaySteps(m_project.screens), m_project.bundleId, device, m_workspace,
-                        outputDirectory, [model, language, device, outputDirectory](const QString &path) {
+                        outputDirectory, [model, language, device, outputDirectory, wordsReader](const QString &path) {
                             // Queued, not blocking: a burst of lines is counted in order
                             // without holding the build back.
                             QMetaObject::invokeMethod(
@@ -319,9 +283,13 @@ void RecordedRun::replay(const QString &device, const QString &language, const Q
                                         model->incrementRunProgress(language, device);
                                 },
                                 Qt::QueuedConnection);
-                            // The drift check needs this screenshot's thumbnail:
-                            // make it while the device works on the next one.
-                            ThumbnailCache::prefetch(QDir(outputDirectory).filePath(path));
+                            // The drift check needs this screenshot's thumbnail and
+                            // the localization check its words: both are made while
+                            // the device works on the next one.
+                            const QString screenshot = QDir(outputDirectory).filePath(path);
+                            ThumbnailCache::prefetch(screenshot);
+                            if (wordsReader)
+                                wordsReader->add(screenshot);
                         });
 }
 
