@@ -1,68 +1,68 @@
-#include "LocalizationReview.h"
+// The review's side of the localization check: the warnings a run left
+// beside its screenshots, read fresh on every call (a small file), and their
+// dismissal.
 
 #include "model/AppError.h"
 #include "model/AppModel.h"
 
 #include <QDir>
 
-namespace LocalizationReview {
-
 namespace {
 
-LocalizationWarnings::Store storeOf(const AppModel &model)
+LocalizationWarnings::Store storeOf(const ScreenshotProject &project)
 {
-    if (model.project.outputDirectory.isEmpty())
+    if (project.outputDirectory.isEmpty())
         return {};
-    return LocalizationWarnings::read(model.project.outputDirectory);
+    return LocalizationWarnings::read(project.outputDirectory);
 }
 
 } // namespace
 
-QString warningsURL(const AppModel &model)
+QString AppModel::localizationWarningsURL() const
 {
-    return QDir(model.project.outputDirectory).filePath(LocalizationWarnings::fileName());
+    return QDir(project.outputDirectory).filePath(LocalizationWarnings::fileName());
 }
 
-QList<LocalizationWarning> warnings(const AppModel &model) { return storeOf(model).warnings; }
+QList<LocalizationWarning> AppModel::localizationWarnings() const { return storeOf(project).warnings; }
 
-QList<LocalizationWarning> activeWarnings(const AppModel &model)
+QList<LocalizationWarning> AppModel::activeLocalizationWarnings() const
 {
     QList<LocalizationWarning> active;
-    for (const LocalizationWarning &warning : warnings(model))
+    for (const LocalizationWarning &warning : localizationWarnings())
         if (!warning.dismissed)
             active.append(warning);
     return active;
 }
 
-QList<LocalizationWarning> record(AppModel &model, const QList<LocalizationWarning> &warnings)
+QList<LocalizationWarning> AppModel::recordLocalizationWarnings(const QList<LocalizationWarning> &warnings)
 {
-    if (model.project.outputDirectory.isEmpty())
+    assertMainThread();
+    if (project.outputDirectory.isEmpty())
         throw AppError(QStringLiteral("The project has no output folder."));
-    LocalizationWarnings::Store store = storeOf(model);
+    LocalizationWarnings::Store store = storeOf(project);
     store.warnings = warnings;
     LocalizationWarnings::applyDismissals(store);
-    LocalizationWarnings::write(model.project.outputDirectory, store);
-    emit model.changed();
+    LocalizationWarnings::write(project.outputDirectory, store);
+    notifyChanged();
     return store.warnings;
 }
 
-bool dismiss(AppModel &model, const QString &file, const QString &language)
+bool AppModel::dismissLocalizationWarning(const QString &file, const QString &language)
 {
-    LocalizationWarnings::Store store = storeOf(model);
+    assertMainThread();
+    LocalizationWarnings::Store store = storeOf(project);
     const auto key = std::pair(file, language);
     if (!store.dismissed.contains(key))
         store.dismissed.append(key);
     try {
-        if (model.project.outputDirectory.isEmpty())
+        if (project.outputDirectory.isEmpty())
             throw AppError(QStringLiteral("the project has no output folder."));
-        LocalizationWarnings::write(model.project.outputDirectory, store);
+        LocalizationWarnings::write(project.outputDirectory, store);
     } catch (const AppError &error) {
-        model.setLastError(QStringLiteral("Could not dismiss the warning: ") + error.message());
+        setLastError(QStringLiteral("Could not dismiss the warning: ") + error.message());
         return false;
     }
-    model.clearLastError();
-    emit model.changed();
+    clearLastError();
+    notifyChanged();
     return true;
 }
-
-} // namespace LocalizationReview

@@ -1,6 +1,8 @@
-#include "ReviewContactSheet.h"
+// The contact sheet of the project's output folder (ContactSheet): the grid
+// gathered from the files as they are, and the page written with its
+// thumbnails.
 
-#include "app/LocalizationReview.h"
+#include "app/ContactSheet.h"
 #include "generation/ScreenshotFileName.h"
 #include "model/AppError.h"
 #include "model/AppModel.h"
@@ -43,22 +45,19 @@ QStringList deviceFolders(const AppModel &model)
 
 } // namespace
 
-namespace ReviewContactSheet {
-
-ContactSheet::Page page(const AppModel &model)
+ContactSheet::Page AppModel::contactSheetPage() const
 {
     using namespace ContactSheet;
     Page page;
-    const ScreenshotProject &project = model.project;
-    page.projectName = AppModel::displayName(project);
-    const QList<LocalizationWarning> localizationWarnings = LocalizationReview::warnings(model);
+    page.projectName = displayName(project);
+    const QList<LocalizationWarning> warnings = localizationWarnings();
     const QDir output(project.outputDirectory);
     QStringList checkpoints;
     for (qsizetype i = 0; i < project.screens.size(); ++i)
         checkpoints.append(screenshotFileName(i + 1, project.screens.at(i).name));
 
     QDateTime newest;
-    for (const QString &device : deviceFolders(model)) {
+    for (const QString &device : deviceFolders(*this)) {
         DeviceGrid grid{device, checkpoints, project.languages, {}};
         for (const QString &checkpoint : checkpoints) {
             QList<Cell> row;
@@ -81,7 +80,7 @@ ContactSheet::Page page(const AppModel &model)
                     if (!newest.isValid() || modified > newest)
                         newest = modified;
                 }
-                for (const LocalizationWarning &warning : localizationWarnings)
+                for (const LocalizationWarning &warning : warnings)
                     if (warning.file == checkpoint && warning.language == language && warning.deviceName == device) {
                         cell.warning = warning.text();
                         cell.warningDismissed = warning.dismissed;
@@ -97,14 +96,14 @@ ContactSheet::Page page(const AppModel &model)
     return page;
 }
 
-std::optional<QString> write(AppModel &model)
+std::optional<QString> AppModel::writeContactSheet()
 {
-    const ScreenshotProject &project = model.project;
+    assertMainThread();
     if (project.outputDirectory.isEmpty()) {
-        model.setLastError(QStringLiteral("Could not write the contact sheet: the project has no output folder."));
+        setLastError(QStringLiteral("Could not write the contact sheet: the project has no output folder."));
         return std::nullopt;
     }
-    const ContactSheet::Page sheet = page(model);
+    const ContactSheet::Page sheet = contactSheetPage();
     struct Job
     {
         QString source;
@@ -128,13 +127,18 @@ std::optional<QString> write(AppModel &model)
         Folder::ensure(project.outputDirectory);
         AtomicFile::write(path, ContactSheet::html(sheet).toUtf8());
     } catch (const AppError &error) {
-        model.setLastError(QStringLiteral("Could not write the contact sheet: ") + error.message());
+        setLastError(QStringLiteral("Could not write the contact sheet: ") + error.message());
         return std::nullopt;
     }
-    model.clearLastError();
+    clearLastError();
     if (failed > 0)
-        model.appendLog(QStringLiteral("%1 thumbnails could not be made; their screenshots could not be read.").arg(failed));
+        appendLog(QStringLiteral("%1 thumbnails could not be made; their screenshots could not be read.").arg(failed));
     return path;
 }
 
-} // namespace ReviewContactSheet
+void AppModel::openContactSheet()
+{
+    const std::optional<QString> path = writeContactSheet();
+    if (path && !platform().openWithDefaultApplication(*path))
+        setLastError(QStringLiteral("Could not open ") + *path);
+}

@@ -4,9 +4,6 @@
 
 #include "Command.h"
 
-#include "app/LocalizationReview.h"
-#include "app/ReviewContactSheet.h"
-
 #include <QJsonArray>
 #include <QJsonObject>
 
@@ -58,7 +55,7 @@ void printWarnings(CommandContext &c, const QList<LocalizationWarning> &warnings
 
 int writeContactSheet(CommandContext &c)
 {
-    const std::optional<QString> path = ReviewContactSheet::write(c.model);
+    const std::optional<QString> path = c.model.writeContactSheet();
     c.flushLog();
     if (!path)
         return 1;
@@ -73,14 +70,14 @@ int dismissWarning(CommandContext &c)
                                            "such as: review dismiss ja-JP 01-trips.png"));
     const QString language = c.arguments.at(1);
     const QString file = c.arguments.at(2);
-    const QList<LocalizationWarning> warnings = LocalizationReview::warnings(c.model);
+    const QList<LocalizationWarning> warnings = c.model.localizationWarnings();
     const bool known = std::any_of(warnings.begin(), warnings.end(),
                                    [&](const LocalizationWarning &w) { return w.language == language && w.file == file; });
     if (!known) {
         c.err << "No localization warning for " << language << " " << file << ".\n";
         return 1;
     }
-    if (!LocalizationReview::dismiss(c.model, file, language))
+    if (!c.model.dismissLocalizationWarning(file, language))
         return 1;
     c.out << "Dismissed the localization warning for " << language << " " << file << ".\n";
     return 0;
@@ -99,7 +96,7 @@ int runReview(CommandContext &c)
         return writeContactSheet(c);
     const QList<GeneratedLanguageGroup> groups = c.model.groupedImages();
     const QList<ReviewImage> needsReview = c.model.needsReviewImages();
-    const QList<LocalizationWarning> warnings = LocalizationReview::warnings(c.model);
+    const QList<LocalizationWarning> warnings = c.model.localizationWarnings();
     if (json) {
         QJsonArray languages;
         for (const GeneratedLanguageGroup &group : groups)

@@ -10,7 +10,6 @@
 #include "ScreenWordsReader.h"
 #include "ScreenshotFileName.h"
 #include "ThumbnailCache.h"
-#include "app/LocalizationReview.h"
 #include "model/AppError.h"
 #include "model/AppModel.h"
 #include "model/Folder.h"
@@ -248,7 +247,7 @@ void RecordedRun::finishLocalizationCheck()
     onMain([&](AppModel &m) {
         QList<LocalizationWarning> kept = warnings;
         try {
-            kept = LocalizationReview::record(m, warnings);
+            kept = m.recordLocalizationWarnings(warnings);
         } catch (const AppError &error) {
             // The run's pictures are fine; only the list could not be kept.
             m.appendLog(QStringLiteral("Could not keep the localization warnings: ") + error.message());

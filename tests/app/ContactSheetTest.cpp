@@ -6,8 +6,6 @@
 
 #include "ModelFixture.h"
 #include "app/ContactSheet.h"
-#include "app/LocalizationReview.h"
-#include "app/ReviewContactSheet.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -101,12 +99,12 @@ private slots:
         writeImage(out + "/en-US/iPhone/02-Set-tings.png", Qt::green);
         writeImage(out + "/_needs-review/de-DE/iPhone/01-Trips.png", Qt::blue);
         writeImage(out + "/manual/01-Trips.png", Qt::black);
-        LocalizationReview::record(model, {{"de-DE", "en-US", "iPhone", "02-Set-tings.png"}});
+        model.recordLocalizationWarnings({{"de-DE", "en-US", "iPhone", "02-Set-tings.png"}});
 
-        const std::optional<QString> path = ReviewContactSheet::write(model);
+        const std::optional<QString> path = model.writeContactSheet();
         QVERIFY2(path, qPrintable(model.lastError.value_or(QString())));
         QCOMPARE(*path, out + "/index.html");
-        const Page page = ReviewContactSheet::page(model);
+        const Page page = model.contactSheetPage();
         QCOMPARE(page.devices.size(), 1);
         const DeviceGrid &grid = page.devices.first();
         QCOMPARE(grid.deviceName, QString("iPhone"));
@@ -133,17 +131,17 @@ private slots:
         const LocalizationWarning phone{"ja-JP", "en-US", "iPhone", "01-trips.png"};
         const LocalizationWarning pad{"ja-JP", "en-US", "iPad", "01-trips.png"};
         const LocalizationWarning other{"ja-JP", "en-US", "iPhone", "02-explore.png"};
-        LocalizationReview::record(model, {phone, other});
-        QVERIFY(LocalizationReview::dismiss(model, "01-trips.png", "ja-JP"));
+        model.recordLocalizationWarnings({phone, other});
+        QVERIFY(model.dismissLocalizationWarning("01-trips.png", "ja-JP"));
         QVERIFY(!model.lastError);
-        QCOMPARE(LocalizationReview::activeWarnings(model), QList<LocalizationWarning>{other});
+        QCOMPARE(model.activeLocalizationWarnings(), QList<LocalizationWarning>{other});
 
         // A later run warns again, on two devices: the dismissal covers both.
-        const QList<LocalizationWarning> kept = LocalizationReview::record(model, {phone, pad, other});
+        const QList<LocalizationWarning> kept = model.recordLocalizationWarnings({phone, pad, other});
         QVERIFY(kept.at(0).dismissed && kept.at(1).dismissed && !kept.at(2).dismissed);
-        const QList<LocalizationWarning> read = LocalizationReview::warnings(model);
+        const QList<LocalizationWarning> read = model.localizationWarnings();
         QCOMPARE(read, kept);
-        QCOMPARE(LocalizationReview::activeWarnings(model), QList<LocalizationWarning>{other});
+        QCOMPARE(model.activeLocalizationWarnings(), QList<LocalizationWarning>{other});
     }
 };
 
