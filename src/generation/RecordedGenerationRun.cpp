@@ -73,6 +73,7 @@ private:
     void startLocalizationCheck(const QString &language, const QString &deviceName, const QString &outputDirectory);
     void finishLocalizationCheck();
 
+    void stopReadingWords();
     void finishSucceeded();
     void finishCancelled();
     void finishFailed(const QString &description);
@@ -329,8 +330,16 @@ void RecordedRun::checkScreenshots(const QString &outputDirectory, const QString
     });
 }
 
+// Before any ending: the model may be gone soon after, with the
+// recognition the background reads use.
+void RecordedRun::stopReadingWords()
+{
+    m_wordsReader.reset();
+}
+
 void RecordedRun::finishSucceeded()
 {
+    stopReadingWords();
     onMain([](AppModel &m) {
         m.appendLog(QStringLiteral("Recorded flow generation complete."));
         m.endRunSucceeded(QStringLiteral("Generated %1 of %2 screenshots.")
@@ -341,11 +350,13 @@ void RecordedRun::finishSucceeded()
 
 void RecordedRun::finishCancelled()
 {
+    stopReadingWords();
     onMain([](AppModel &m) { m.endRunCancelled(); });
 }
 
 void RecordedRun::finishFailed(const QString &description)
 {
+    stopReadingWords();
     onMain([&](AppModel &m) { m.endRunFailed(description); });
 }
 

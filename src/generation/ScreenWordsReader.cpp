@@ -1,6 +1,7 @@
 #include "ScreenWordsReader.h"
 
 #include "LocalizationCheck.h"
+#include "platform/BackgroundPriority.h"
 #include "platform/PlatformServices.h"
 
 #include <QDeadlineTimer>
@@ -22,17 +23,16 @@ constexpr int recognitionWidth = 480;
 // asking thread reads the screenshot itself instead of waiting on.
 constexpr int inFlightPatienceMilliseconds = 1000;
 
-// The background reads: one thread, at the lowest priority, so that it only
-// uses the time the device and the build leave free. Kept for good, with the
-// recognition engine it has loaded; never destroyed, so that a read still
-// winding down never holds up the exit.
+// The background reads: one thread, kept for good with the recognition
+// engine it has loaded, at a low priority (set by the reads themselves) so
+// that it mostly uses the time the device and the build leave free. Never
+// destroyed: the exit never waits for it.
 QThreadPool &readerPool()
 {
     static QThreadPool *pool = [] {
         auto *threads = new QThreadPool;
         threads->setMaxThreadCount(1);
         threads->setExpiryTimeout(-1);
-        threads->setThreadPriority(QThread::IdlePriority);
         return threads;
     }();
     return *pool;
@@ -59,6 +59,7 @@ struct ScreenWordsReader::State
     // The background thread's loop, until the reader is gone.
     void work()
     {
+        BackgroundPriority::lowerCurrentThread();
         QMutexLocker lock(&mutex);
         for (;;) {
             while (queue.isEmpty() && !stopping)
@@ -90,6 +91,9 @@ ScreenWordsReader::~ScreenWordsReader()
     m_state->stopping = true;
     m_state->queue.clear();
     m_state->changed.wakeAll();
+    // The read function may use what its owner frees next.
+    while (!m_state->reading.isEmpty())
+        m_state->changed.wait(&m_state->mutex);
 }
 
 void ScreenWordsReader::add(const QString &path)

@@ -1,11 +1,10 @@
 #pragma once
 // Reads the words of a run's screenshots for the localization check, beside
-// the run: one background thread of the lowest priority takes the
-// screenshots in the order they were added, as the device writes them, so
-// that by the time the run needs a screenshot's words they are mostly read.
-// What the thread has not got to yet when the run asks is read by the
-// asking thread at its own priority: the run never waits behind a starved
-// background thread.
+// the run: one background thread of low priority takes the screenshots in
+// the order they were added, as the device writes them, so that by the time
+// the run needs a screenshot's words they are mostly read. What the thread
+// has not got to yet when the run asks is read by the asking thread at its
+// own priority: the run never waits behind a slow background thread.
 
 #include <QString>
 #include <QStringList>
@@ -25,7 +24,8 @@ public:
     // `read` is called on the background thread and on the thread that
     // asks for words, possibly at the same time.
     explicit ScreenWordsReader(Read read);
-    // Returns at once: a read in progress finishes on its own and is dropped.
+    // Drops what is still queued; waits for a read in progress (one
+    // screenshot at the most), so that `read` is never called after.
     ~ScreenWordsReader();
     ScreenWordsReader(const ScreenWordsReader &) = delete;
     ScreenWordsReader &operator=(const ScreenWordsReader &) = delete;

@@ -96,20 +96,26 @@ private slots:
 
     void aStalledBackgroundReadIsDoneAgainByTheAsker()
     {
-        auto reads = std::make_shared<Reads>(); // outlives the reader: the held read ends after it
-        reads->held = "A";
-        {
-            ScreenWordsReader reader(reads->function());
-            reader.add("A");
-            QVERIFY(reads->holding.tryAcquire(1, 10000));
-            // The held path is read by the asker too (after a moment's patience).
-            reads->held.clear();
-            QCOMPARE(reader.words("A"), std::optional(QStringList{"a"}));
-            QCOMPARE(reads->readersOf("A").size(), 2);
-            QCOMPARE(reads->readersOf("A").last(), QThread::currentThread());
-        } // gone without waiting for the background read
-        reads->release.release();
-        QVERIFY(reads->finished.tryAcquire(2, 10000));
+        Reads reads;
+        reads.held = "A";
+        auto reader = std::make_unique<ScreenWordsReader>(reads.function());
+        reader->add("A");
+        QVERIFY(reads.holding.tryAcquire(1, 10000));
+        // The held path is read by the asker too (after a moment's patience).
+        reads.held.clear();
+        QCOMPARE(reader->words("A"), std::optional(QStringList{"a"}));
+        QCOMPARE(reads.readersOf("A").size(), 2);
+        QCOMPARE(reads.readersOf("A").last(), QThread::currentThread());
+
+        // Gone only once the background read has ended: the read function
+        // is never called after.
+        QThread *closer = QThread::create([&reader] { reader.reset(); });
+        closer->start();
+        QVERIFY(!closer->wait(200));
+        reads.release.release();
+        QVERIFY(closer->wait(10000));
+        delete closer;
+        QVERIFY(reads.finished.tryAcquire(2, 10000));
     }
 
     void screenshotWords_data()
