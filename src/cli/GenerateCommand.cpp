@@ -3,8 +3,8 @@
 // Ctrl-C cancels the way the desktop's Cancel button does.
 
 #include "Command.h"
-#include "GenerateInterrupts.h"
 #include "GenerateProgressDisplay.h"
+#include "Interrupts.h"
 
 #include <QEventLoop>
 #include <QFutureWatcher>
@@ -56,7 +56,8 @@ void waitForRun(AppModel &model, QFuture<void> task, GenerateProgressDisplay &di
         else if (!redraw.isActive())
             redraw.start();
     });
-    GenerateInterrupts interrupts([&model] { model.cancelRun(); });
+    // Ctrl-C cancels the way the desktop's Cancel button does.
+    const Interrupts::Handler interrupts([&model] { model.cancelRun(); });
     watcher.setFuture(task);
     if (!task.isFinished())
         loop.exec();

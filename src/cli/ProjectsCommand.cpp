@@ -33,6 +33,7 @@ void printLibrary(CommandContext &c, bool json)
                 {QStringLiteral("checkpointCount"), item.checkpointCount},
                 {QStringLiteral("languageCount"), item.languageCount},
                 {QStringLiteral("current"), isCurrent(c.model, item)},
+                {QStringLiteral("readable"), item.isReadable},
             });
         c.printJson(array);
         return;

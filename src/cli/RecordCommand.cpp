@@ -9,7 +9,7 @@
 // real time between actions, as they do in the desktop recorder.
 
 #include "Command.h"
-#include "GenerateInterrupts.h"
+#include "Interrupts.h"
 #include "InputLines.h"
 
 #include "model/Await.h"
@@ -250,7 +250,7 @@ int runSession(CommandContext &c, bool clicks)
         if (!model.isRecordingFlow)
             end();
     }, Qt::QueuedConnection);
-    GenerateInterrupts interrupts(end); // Ctrl-C ends the recording as 'stop' does
+    const Interrupts::Handler interrupts(end); // Ctrl-C ends the recording as 'stop' does
     loop.exec();
 
     session.printNewlyRecorded();

@@ -4,7 +4,7 @@
 // and no recorded session: a CI pipeline hands it a build and a file.
 
 #include "Command.h"
-#include "GenerateInterrupts.h"
+#include "Interrupts.h"
 #include "GeneratorProgressDisplay.h"
 
 #include "generation/GeneratorConfigReader.h"
@@ -57,7 +57,7 @@ GeneratorRun::Result runWithProgress(GeneratorRun &run, std::shared_ptr<std::ato
     QEventLoop loop;
     QFutureWatcher<GeneratorRun::Result> watcher;
     QObject::connect(&watcher, &QFutureWatcher<GeneratorRun::Result>::finished, &loop, &QEventLoop::quit);
-    GenerateInterrupts interrupts([cancelled] {
+    const Interrupts::Handler interrupts([cancelled] {
         cancelled->store(true);
         XCUITestReplay::cancelActiveRuns();
     });

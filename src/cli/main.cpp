@@ -2,6 +2,7 @@
 // desktop application, so every user action can be scripted and tested.
 
 #include "Command.h"
+#include "Interrupts.h"
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -42,7 +43,9 @@ int main(int argc, char **argv)
     // process opens, and a command reading its input would read that file.
     if (::fcntl(STDIN_FILENO, F_GETFD) == -1)
         ::open("/dev/null", O_RDONLY);
+    Interrupts::blockSignals(); // before any thread starts
     QCoreApplication app(argc, argv);
+    Interrupts interrupts;
     QCoreApplication::setApplicationName(QStringLiteral("Vantrel"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VANTREL_VERSION));
     QTextStream out(stdout);
@@ -128,9 +131,16 @@ int main(int argc, char **argv)
     }
     context.printedLog = RunLogFollower(model.runLog);
 
-    const int status = command->run(context);
+    const int status = Interrupts::received() ? 130 : command->run(context);
     context.flushLog();
     out.flush();
+    interrupts.commandFinished();
+    if (Interrupts::received()) {
+        // A cancelled generation has said so itself.
+        if (status != 130)
+            err << "Interrupted.\n";
+        return 130;
+    }
     if (model.lastError) {
         err << *model.lastError << "\n";
         return status == 0 ? 1 : status;

@@ -16,11 +16,13 @@
 #include "ThumbnailCache.h"
 #include "model/AppError.h"
 #include "model/AppModel.h"
+#include "model/ContainedPath.h"
 #include "model/Folder.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImageReader>
 
 namespace {
 
@@ -48,6 +50,26 @@ std::optional<double> driftScore(const ScreenCheck &check)
     return ScreenshotDriftDetector::score(*a, *b);
 }
 
+// Why the recorded reference of a screen cannot be compared with, when it
+// exists: it is read only from the project's own folder "manual" (a
+// document or a link may name a file anywhere), and must be a picture.
+std::optional<QString> unusableReference(const AppModel &model, qint64 screenNumber, const QString &screenName)
+{
+    const std::optional<QString> reference = model.referenceCheckpointURL(screenNumber, screenName);
+    if (!reference || !QFileInfo::exists(*reference))
+        return std::nullopt; // nothing recorded: nothing to report
+    try {
+        model.checkManualCaptureDirectory();
+        if (!ContainedPath::isInside(*reference, model.manualCaptureDirectory()))
+            throw AppError(QString());
+    } catch (const AppError &) {
+        return QStringLiteral("lies outside the folder manual");
+    }
+    if (!QImageReader(*reference, "png").canRead())
+        return QStringLiteral("is not a readable PNG image");
+    return std::nullopt;
+}
+
 } // namespace
 
 QList<ScreenshotValidationIssue> AppModel::validateGeneratedScreens(const QString &outputDirectory,
@@ -64,8 +86,13 @@ QList<ScreenshotValidationIssue> AppModel::validateGeneratedScreens(const QStrin
         check.filename = screenshotFileName(i + 1, screen.name);
         check.generated = QDir(outputDirectory).filePath(check.filename);
         check.exists = QFileInfo::exists(check.generated);
+        const std::optional<QString> unusable = check.exists ? unusableReference(*this, i + 1, screen.name)
+                                                             : std::nullopt;
+        if (unusable)
+            appendLog(QStringLiteral("Not compared: the reference of %1 %2.").arg(check.filename, *unusable));
         const std::optional<QString> baseline =
-            check.exists ? driftBaselineURL(i + 1, screen.name, check.generated, language, deviceName) : std::nullopt;
+            check.exists && !unusable ? driftBaselineURL(i + 1, screen.name, check.generated, language, deviceName)
+                                      : std::nullopt;
         if (baseline) {
             check.generatedSamples = ThumbnailCache::thumbnail(check.generated);
             check.referenceSamples = ThumbnailCache::thumbnail(*baseline);
@@ -80,6 +107,9 @@ QList<ScreenshotValidationIssue> AppModel::validateGeneratedScreens(const QStrin
             continue;
         }
         const std::optional<double> score = driftScore(check);
+        if (!score && check.referenceSamples && !check.referenceSamples->result())
+            appendLog(QStringLiteral("Not compared: the reference of %1 is not a readable PNG image.")
+                          .arg(check.filename));
         if (!score || *score <= screenshotDriftThreshold)
             continue;
         moveSuspiciousScreenshotToNeedsReview(check.generated, check.filename, language, deviceName);

@@ -1,13 +1,13 @@
 // Setting what the generator configuration carries, field by field, so that
 // nobody edits the project document by hand: waits, reset and Simulator
 // choices, launch arguments and their names, and each screen's name, state,
-// sample name and wait.
+// sample name and wait. Each one is a change of the shared project, made
+// under the workspace lock on the newest saved copy.
 
 #include "model/AppModel.h"
 #include "model/UuidText.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -46,6 +46,7 @@ void save(AppModel &model)
 
 void AppModel::setLaunchWaitSeconds(double seconds)
 {
+    const ProjectChange change(*this);
     if (const auto problem = waitProblem(seconds))
         return setLastError(*problem);
     project.launchWaitSeconds = seconds;
@@ -54,24 +55,28 @@ void AppModel::setLaunchWaitSeconds(double seconds)
 
 void AppModel::setResetAppData(bool reset)
 {
+    const ProjectChange change(*this);
     project.resetAppData = reset;
     save(*this);
 }
 
 void AppModel::setOpenSimulator(bool open)
 {
+    const ProjectChange change(*this);
     project.openSimulator = open;
     save(*this);
 }
 
 void AppModel::setGlobalLaunchArguments(const QStringList &arguments)
 {
+    const ProjectChange change(*this);
     project.globalLaunchArguments = arguments;
     save(*this);
 }
 
 void AppModel::setStateArgumentName(const QString &name)
 {
+    const ProjectChange change(*this);
     const QString trimmed = name.trimmed();
     if (trimmed.isEmpty())
         return setLastError(QStringLiteral("The state argument name cannot be empty; the usual one is ")
@@ -84,6 +89,7 @@ void AppModel::setStateArgumentName(const QString &name)
 
 void AppModel::setSampleNameArgumentName(const QString &name)
 {
+    const ProjectChange change(*this);
     const QString trimmed = name.trimmed();
     if (const auto problem = argumentNameProblem(trimmed))
         return setLastError(*problem);
@@ -93,6 +99,7 @@ void AppModel::setSampleNameArgumentName(const QString &name)
 
 void AppModel::addScreen(const QString &name)
 {
+    const ProjectChange change(*this);
     const QString trimmed = name.trimmed();
     if (trimmed.isEmpty())
         return setLastError(QStringLiteral("A screen needs a name."));
@@ -115,39 +122,26 @@ void AppModel::addScreen(const QString &name)
 
 void AppModel::renameScreen(qint64 number, const QString &name)
 {
+    const ProjectChange change(*this);
     const QString trimmed = name.trimmed();
     if (trimmed.isEmpty())
         return setLastError(QStringLiteral("A screen needs a name."));
     if (const auto problem = screenProblem(project, number))
         return setLastError(*problem);
-    // The checkpoint of the same number carries the name in its image's file name.
-    QList<ManualScreenDraft> checkpoints = manualScreens();
-    for (ManualScreenDraft &checkpoint : checkpoints) {
-        if (checkpoint.index != number)
-            continue;
-        const QString image = manualCaptureURL(checkpoint);
-        const QString filename = checkpointFileName(number, trimmed);
-        const QString target = manualCaptureDirectory() + QLatin1Char('/') + filename;
-        if (QFileInfo::exists(image) && image != target) {
-            QFile file(image);
-            if (QFileInfo::exists(target) || !file.rename(target))
-                return setLastError(QStringLiteral("Could not rename %1 to %2: %3")
-                                        .arg(image, filename,
-                                             QFileInfo::exists(target) ? QStringLiteral("a file of that name exists")
-                                                                       : file.errorString()));
-        }
-        checkpoint.name = trimmed;
-        if (checkpoint.filename)
-            checkpoint.filename = filename;
-    }
-    project.manualScreens = checkpoints;
+    // The checkpoint of the same number carries the name in its image's
+    // file name: renaming it renames both, the way the desktop does.
+    const QList<ManualScreenDraft> checkpoints = manualScreens();
+    const auto checkpoint = std::find_if(checkpoints.begin(), checkpoints.end(),
+                                         [number](const ManualScreenDraft &c) { return c.index == number; });
+    if (checkpoint != checkpoints.end())
+        return renameCheckpoint(*checkpoint, trimmed);
     project.screens[number - 1].name = trimmed;
-    refreshReviewImages();
     save(*this);
 }
 
 void AppModel::setScreenState(qint64 number, const QString &state)
 {
+    const ProjectChange change(*this);
     if (const auto problem = screenProblem(project, number))
         return setLastError(*problem);
     project.screens[number - 1].state = state.trimmed();
@@ -156,6 +150,7 @@ void AppModel::setScreenState(qint64 number, const QString &state)
 
 void AppModel::setScreenSampleName(qint64 number, const QString &sampleName)
 {
+    const ProjectChange change(*this);
     if (const auto problem = screenProblem(project, number))
         return setLastError(*problem);
     project.screens[number - 1].sampleName = sampleName.trimmed();
@@ -164,6 +159,7 @@ void AppModel::setScreenSampleName(qint64 number, const QString &sampleName)
 
 void AppModel::setScreenLaunchWaitSeconds(qint64 number, double seconds)
 {
+    const ProjectChange change(*this);
     if (const auto problem = screenProblem(project, number))
         return setLastError(*problem);
     if (const auto problem = waitProblem(seconds))

@@ -12,6 +12,7 @@
 #include "ThumbnailCache.h"
 #include "model/AppError.h"
 #include "model/AppModel.h"
+#include "model/ErrorDetails.h"
 #include "model/Folder.h"
 #include "model/PathSanitizer.h"
 #include "replay/ChildProcess.h"
@@ -69,6 +70,7 @@ private:
     void replay(const QString &device, const QString &language, const QString &outputDirectory);
     void giveBackStatusBar(const QString &device);
     QString runCommand(const QStringList &arguments, const QString &command = QStringLiteral("xcrun"));
+    void checkAllWritten(const QString &outputDirectory, const QString &language, const QString &deviceName);
     void checkScreenshots(const QString &outputDirectory, const QString &language, const QString &deviceName);
     void startLocalizationCheck(const QString &language, const QString &deviceName, const QString &outputDirectory);
     void finishLocalizationCheck();
@@ -113,11 +115,15 @@ void RecordedRun::execute()
         } catch (const ModelGone &) {
             throw;
         } catch (const std::exception &error) {
-            // A build ended by a cancel fails like any other; the flag tells them apart.
-            if (m_cancelled->load())
+            // A build ended by a cancel or an interrupt fails like any other;
+            // the flags tell them apart.
+            if (m_cancelled->load() || ChildProcess::isInterrupted()) {
                 finishCancelled();
-            else
+            } else {
+                if (const QString details = errorDetails(error); !details.isEmpty())
+                    log(details); // the message shows only its end
                 finishFailed(describe(error));
+            }
         } catch (...) {
             finishFailed(QStringLiteral("Generation stopped because of an unexpected error."));
         }
@@ -205,6 +211,7 @@ void RecordedRun::runPair(const QString &device, const QString &language)
         return file.suffix().toLower() == QLatin1String("png");
     });
     onMain([&](AppModel &m) { m.updateRunProgress(language, device, count, RunProgressState::done); });
+    checkAllWritten(outputDirectory, language, deviceName);
     checkScreenshots(outputDirectory, language, deviceName);
     startLocalizationCheck(language, deviceName, outputDirectory);
 }
@@ -310,6 +317,24 @@ void RecordedRun::giveBackStatusBar(const QString &device)
     } catch (const ModelGone &) {
         // Nobody is left to clear it for.
     }
+}
+
+// A test run that succeeds without leaving its pictures is a failure of
+// the run, not a drift of the app: the message names what is missing.
+void RecordedRun::checkAllWritten(const QString &outputDirectory, const QString &language, const QString &deviceName)
+{
+    QStringList missing;
+    for (qsizetype i = 0; i < m_project.screens.size(); ++i) {
+        const QString filename = screenshotFileName(i + 1, m_project.screens.at(i).name);
+        if (!QFileInfo::exists(QDir(outputDirectory).filePath(filename)))
+            missing.append(filename);
+    }
+    if (!missing.isEmpty())
+        throw AppError(QStringLiteral("xcodebuild finished for %1 on %2 without writing %3 of %4 screenshots: %5")
+                           .arg(language, deviceName)
+                           .arg(missing.size())
+                           .arg(m_project.screens.size())
+                           .arg(missing.join(QStringLiteral(", "))));
 }
 
 void RecordedRun::checkScreenshots(const QString &outputDirectory, const QString &language,

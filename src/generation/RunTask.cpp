@@ -1,12 +1,16 @@
 // What every generation run shares: one worker at a time in a pool of its
-// own, started after the previous run has wound down, and the three endings
-// that free the model for the next run.
+// own, started after the previous run has wound down, one run per workspace
+// across processes, and the three endings that free the model for the next
+// run.
 
+#include "model/AppError.h"
 #include "model/AppModel.h"
 #include "model/Await.h"
+#include "model/Folder.h"
 #include "replay/ChildProcess.h"
 #include "replay/XCUITestReplay.h"
 
+#include <QLockFile>
 #include <QThreadPool>
 #include <QtConcurrent/QtConcurrentRun>
 
@@ -26,7 +30,39 @@ QThreadPool &runPool()
     return *pool;
 }
 
+// One run per workspace, whichever process starts it: two runs would share
+// the runner project and mix their outputs. A lock left by a process that
+// died is taken over.
+bool takeGenerationLock(AppModel &model)
+{
+    try {
+        Folder::ensure(model.workspaceDirectory());
+    } catch (const AppError &error) {
+        model.setLastError(error.message());
+        return false;
+    }
+    auto lock = std::make_unique<QLockFile>(model.generationLockFile());
+    lock->setStaleLockTime(0);
+    if (!lock->tryLock(0)) {
+        qint64 pid = 0;
+        QString host;
+        QString application;
+        lock->getLockInfo(&pid, &host, &application);
+        model.setLastError(QStringLiteral("Another generation is running in this workspace (process %1). Wait for it "
+                                          "to finish or cancel it, then start again.")
+                               .arg(pid));
+        return false;
+    }
+    model.generationLock = std::move(lock);
+    return true;
+}
+
 } // namespace
+
+QString AppModel::generationLockFile() const
+{
+    return workspaceDirectory() + QStringLiteral("/.generation.lock");
+}
 
 void AppModel::startRunTask(RunJob job)
 {
@@ -42,6 +78,8 @@ void AppModel::startRunTask(RunJob job)
     }
     while (runPool().activeThreadCount() > 0)
         awaitDelay(0.02);
+    if (!takeGenerationLock(*this))
+        return;
     runCancelRequested = std::make_shared<std::atomic_bool>(false);
     lastRunLogStart = runLog.size();
     runTask = QtConcurrent::run(&runPool(), job, QPointer<AppModel>(this), runCancelRequested);
@@ -58,6 +96,7 @@ void AppModel::endRun(const RunOutcome &outcome)
     refreshReviewImages();
     isRunning = false;
     runTask = QFuture<void>();
+    generationLock.reset();
     notifyChanged();
 }
 

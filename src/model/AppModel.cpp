@@ -1,10 +1,12 @@
 #include "AppModel.h"
 
+#include "ErrorDetails.h"
 #include "UuidText.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QStandardPaths>
 #include <QThread>
 
@@ -96,6 +98,14 @@ void AppModel::setLastError(const QString &message)
     assertMainThread();
     lastError = message;
     notifyChanged();
+}
+
+void AppModel::reportError(const QString &prefix, const std::exception &error)
+{
+    const QString details = errorDetails(error);
+    if (!details.isEmpty())
+        appendLog(prefix + details);
+    setLastError(prefix + QString::fromUtf8(error.what()));
 }
 
 void AppModel::clearLastError()

@@ -38,12 +38,14 @@
 #include <QSizeF>
 #include <QString>
 #include <atomic>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <optional>
 
 class ChildProcess;
 struct GeneratorConfig;
+class QLockFile;
 
 class AppModel : public QObject
 {
@@ -108,6 +110,10 @@ public:
     // A generator process that runs for the whole of a run; cancelRun ends it.
     std::shared_ptr<ChildProcess> runProcess;
     std::shared_ptr<std::atomic_bool> runCancelRequested = std::make_shared<std::atomic_bool>(false);
+    // Held while this process runs a generation, so that no other process
+    // starts one in the same workspace (they would share the runner project
+    // and mix their outputs).
+    std::unique_ptr<QLockFile> generationLock;
 
     // Fixed tuning values: part of the model, not settings.
     static constexpr double minimumRecordedDelay = 0.6;
@@ -133,6 +139,10 @@ public:
     // Appends one message to the run log; a line feed is added when missing.
     void appendLog(const QString &message);
     void setLastError(const QString &message);
+    // lastError = prefix + the error's text. A tool's long output is cut to
+    // its end in that text; the whole of it goes to the run log (and so to
+    // the diagnostics).
+    void reportError(const QString &prefix, const std::exception &error);
     void clearLastError();
 
     // ----------------------------------------- project and workspace (model/)
@@ -145,6 +155,35 @@ public:
                                    const QString &displayName) const;
     static QString displayName(const ScreenshotProject &project);
     void normalizeLoadedProject(ScreenshotProject &project) const;
+
+    // Every read-modify-write of the project runs inside one of these. It
+    // holds the lock on the workspace that every Vantrel process on this
+    // data root shares, and first takes over the saved project when another
+    // process changed it, so that no process undoes another's change.
+    // Changes nest: an inner one shares the outer one's lock.
+    class ProjectChange
+    {
+    public:
+        // Without `takeOverSaved` (a save outside any change) the lock is
+        // taken but this process's copy stays as it is.
+        explicit ProjectChange(AppModel &model, bool takeOverSaved = true);
+        ~ProjectChange();
+        ProjectChange(const ProjectChange &) = delete;
+        ProjectChange &operator=(const ProjectChange &) = delete;
+
+    private:
+        AppModel &m_model;
+    };
+    QString workspaceLockFile() const; // workspace/.workspace.lock
+    // Takes over the saved project when its file differs from what this
+    // process last read or wrote.
+    void reloadProjectIfChangedOnDisk();
+    // What a killed process left behind, put right at the next start under
+    // the workspace lock: an interrupted renumbering of checkpoint images is
+    // finished or undone, hidden temporary files are removed.
+    void recoverInterruptedWork();
+    void recoverInterruptedCheckpointOrder();
+    void removeLeftoverTemporaryFiles();
 
     // Start-up: load the saved project (or save a blank one), then bring the
     // rest of the state up to date. Fronts call this once after creation.
@@ -186,7 +225,9 @@ public:
     void duplicateProjectSnapshot();
     void restoreProjectSnapshot(const ProjectSnapshotSummary &snapshot);
     void deleteManagedOutputDirectoryIfSafe(const ScreenshotProject &project);
-    void trashOrRemove(const QString &path);
+    // True when the item went to the Trash, false when it was deleted
+    // because no Trash is available here; throws when neither worked.
+    bool trashOrRemove(const QString &path);
     // Archives the current project and starts a blank one with this name.
     void startNewProject(const QString &name);
     // A snapshot on request, listed at once; the location, or nothing on failure.
@@ -293,6 +334,10 @@ public:
     void deleteLastManualCapture();
     bool canDeleteLastManualCapture() const;
     QString manualCaptureURL(const ManualScreenDraft &checkpoint) const;
+    // The checkpoint's image, or AppError when its name leads outside "manual".
+    QString checkedManualCaptureURL(const ManualScreenDraft &checkpoint) const;
+    // Throws AppError when "manual" itself leads outside the output folder.
+    void checkManualCaptureDirectory() const;
     void upsertManualScreen(qint64 index, const QString &name, const QString &filename);
     void removeManualScreen(qint64 index);
     void removeRecordedScreen(qint64 index);
@@ -307,6 +352,7 @@ public:
     // running build at once.
     void startRecordedAttachedCapture();
     void cancelRun();
+    QString generationLockFile() const; // workspace/.generation.lock, held for a whole run
     static void runRecordedAttachedCapture(QPointer<AppModel> model, std::shared_ptr<std::atomic_bool> cancelled);
     void validateRecordedAttachedProject() const; // throws AppError
     static bool flowNeedsReplayEngine(const QList<ScreenDraft> &screens);
@@ -482,4 +528,12 @@ private:
     QString m_packageRoot;
     std::unique_ptr<PlatformServices> m_platform;
     bool m_changeQueued = false;
+
+    // The workspace lock while a ProjectChange is open (see there).
+    std::unique_ptr<QLockFile> m_workspaceLock;
+    int m_projectChangeDepth = 0;
+    bool m_workspaceLockFailed = false;
+    // The project file as this process last read or wrote it.
+    QByteArray m_savedProjectBytes;
+
 };

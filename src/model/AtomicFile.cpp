@@ -1,19 +1,19 @@
 #include "AtomicFile.h"
 
 #include "AppError.h"
+#include "replay/AtomicWrite.h"
 
 #include <QFile>
-#include <QSaveFile>
 
 namespace AtomicFile {
 
 void write(const QString &path, const QByteArray &bytes)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        throw AppError(QStringLiteral("%1: %2").arg(path, file.errorString()));
-    if (file.write(bytes) != bytes.size() || !file.commit())
-        throw AppError(QStringLiteral("%1: %2").arg(path, file.errorString()));
+    try {
+        AtomicWrite::write(path, bytes);
+    } catch (const std::runtime_error &error) {
+        throw AppError(QString::fromUtf8(error.what()));
+    }
 }
 
 QByteArray read(const QString &path)

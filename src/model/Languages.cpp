@@ -5,6 +5,7 @@
 
 void AppModel::toggleLanguage(const QString &code)
 {
+    const ProjectChange change(*this);
     if (project.languages.contains(code))
         project.languages.removeAll(code);
     else
@@ -14,6 +15,7 @@ void AppModel::toggleLanguage(const QString &code)
 
 void AppModel::addCustomLanguage(const QString &text)
 {
+    const ProjectChange change(*this);
     const QString code = text.trimmed();
     if (code.isEmpty() || project.languages.contains(code))
         return;

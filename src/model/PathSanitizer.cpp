@@ -2,6 +2,7 @@
 
 #include <QChar>
 #include <QList>
+#include <QTextBoundaryFinder>
 
 namespace {
 
@@ -23,12 +24,29 @@ QString trimDashesAndDots(const QString &text)
     return text.mid(start, end - start);
 }
 
+// The longest beginning of `text` that takes at most `maximumBytes` bytes of
+// UTF-8 and ends on a character boundary (a letter keeps its marks).
+QString cutToBytes(const QString &text, int maximumBytes)
+{
+    if (text.toUtf8().size() <= maximumBytes)
+        return text;
+    QTextBoundaryFinder boundaries(QTextBoundaryFinder::Grapheme, text);
+    qsizetype end = 0;
+    qsizetype bytes = 0;
+    for (qsizetype next = boundaries.toNextBoundary(); next > 0; next = boundaries.toNextBoundary()) {
+        bytes += QStringView(text).mid(end, next - end).toUtf8().size();
+        if (bytes > maximumBytes)
+            break;
+        end = next;
+    }
+    return text.left(end);
+}
+
 } // namespace
 
 QString PathSanitizer::component(const QString &text)
 {
     QString result;
-    int scalars = 0;
     bool lastWasDash = false;
     for (const uint ucs4 : text.toUcs4()) {
         const char32_t scalar = ucs4;
@@ -37,13 +55,10 @@ QString PathSanitizer::component(const QString &text)
                 result.append(QLatin1Char('-'));
             lastWasDash = true;
         } else {
-            if (scalars >= maximumLength)
-                break;
             result.append(QString::fromUcs4(&scalar, 1));
             lastWasDash = false;
         }
-        ++scalars;
     }
-    result = trimDashesAndDots(result);
+    result = trimDashesAndDots(cutToBytes(trimDashesAndDots(result), maximumBytes));
     return result.isEmpty() ? QStringLiteral("capture") : result;
 }

@@ -13,7 +13,9 @@ public:
     // trimmed from both ends, and an empty result becomes "capture".
     static QString component(const QString &text);
 
-    // Names longer than this many characters are cut, so that a component
-    // plus a prefix and an extension stays within every file system's limit.
-    static constexpr int maximumLength = 120;
+    // File systems limit a name to 255 bytes, not characters: a component
+    // longer than this many bytes of UTF-8 is cut on a character boundary,
+    // so that it stays within the limit with the longest prefix and
+    // extension it gets (a snapshot's "before-new-project-" and time stamp).
+    static constexpr int maximumBytes = 200;
 };

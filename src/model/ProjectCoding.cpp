@@ -45,6 +45,23 @@ public:
         return value.toString();
     }
 
+    // An identity ends up in file names and command lines, where a control
+    // character (NUL among them) would cut or twist it.
+    QString identity(const QString &key) const
+    {
+        const QString value = text(key);
+        refuseControlCharacters(key, value);
+        return value;
+    }
+
+    QStringList identityList(const QString &key) const
+    {
+        const QStringList values = textList(key);
+        for (qsizetype i = 0; i < values.size(); ++i)
+            refuseControlCharacters(QStringLiteral("%1[%2]").arg(key).arg(i), values.at(i));
+        return values;
+    }
+
     // A UUID in its 36-character form, in either letter case; kept in the
     // canonical upper case, which is how it is written back.
     QString uuid(const QString &key) const
@@ -144,6 +161,14 @@ private:
         if (!value.isArray())
             mismatch(key, QStringLiteral("a list"), value);
         return value.toArray();
+    }
+
+    void refuseControlCharacters(const QString &key, const QString &value) const
+    {
+        for (const QChar c : value)
+            if (c.category() == QChar::Other_Control)
+                throw AppError(QStringLiteral("The value of \"%1\" holds a control character, which no identity may "
+                                              "have.").arg(pathOf(key)));
     }
 
     [[noreturn]] void mismatch(const QString &key, const QString &expected, const QJsonValue &found) const
@@ -318,7 +343,7 @@ ScreenshotProject decode(const QJsonObject &object)
     const Reader r(object, QString());
     ScreenshotProject p;
     p.schemaVersion = r.has(QStringLiteral("schemaVersion")) ? std::optional(r.integer(QStringLiteral("schemaVersion"))) : std::nullopt;
-    p.projectID = r.has(QStringLiteral("projectID")) ? std::optional(r.text(QStringLiteral("projectID"))) : std::nullopt;
+    p.projectID = r.has(QStringLiteral("projectID")) ? std::optional(r.identity(QStringLiteral("projectID"))) : std::nullopt;
     p.projectName = r.has(QStringLiteral("projectName")) ? std::optional(r.text(QStringLiteral("projectName"))) : std::nullopt;
     p.createdAt = r.has(QStringLiteral("createdAt")) ? std::optional(r.real(QStringLiteral("createdAt"))) : std::nullopt;
     p.updatedAt = r.has(QStringLiteral("updatedAt")) ? std::optional(r.real(QStringLiteral("updatedAt"))) : std::nullopt;
@@ -328,7 +353,7 @@ ScreenshotProject decode(const QJsonObject &object)
     p.attachedDeviceName = r.has(QStringLiteral("attachedDeviceName")) ? std::optional(r.text(QStringLiteral("attachedDeviceName"))) : std::nullopt;
     p.isSimulatorBuild = r.boolean(QStringLiteral("isSimulatorBuild"));
     p.outputDirectory = r.text(QStringLiteral("outputDirectory"));
-    p.devices = r.textList(QStringLiteral("devices"));
+    p.devices = r.identityList(QStringLiteral("devices"));
     p.languages = r.textList(QStringLiteral("languages"));
     p.openSimulator = r.boolean(QStringLiteral("openSimulator"));
     p.resetAppData = r.boolean(QStringLiteral("resetAppData"));

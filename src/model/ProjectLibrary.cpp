@@ -45,6 +45,13 @@ void switchToProject(AppModel &model, const ScreenshotProject &document, const Q
         model.clearLastError(); // a failed save keeps its message
 }
 
+// Says where a removed item went: the Trash, or nowhere when there is none.
+void reportRemoval(AppModel &model, const QString &path, bool trashed)
+{
+    model.appendLog(trashed ? QStringLiteral("Moved %1 to the Trash.").arg(path)
+                            : QStringLiteral("Deleted %1 for good: no Trash is available here.").arg(path));
+}
+
 bool isCurrentProject(const AppModel &model, const ProjectLibraryItem &item)
 {
     const std::optional<QString> &id = model.project.projectID;
@@ -104,6 +111,7 @@ std::optional<ProjectLibraryItem> AppModel::projectLibraryItem(const QString &pa
 
 void AppModel::openProject(const ProjectLibraryItem &item)
 {
+    const ProjectChange change(*this);
     try {
         if (!QFileInfo::exists(item.url))
             throw AppError(QStringLiteral("Project file is missing."));
@@ -117,6 +125,7 @@ void AppModel::openProject(const ProjectLibraryItem &item)
 
 void AppModel::renameCurrentProject(const QString &name)
 {
+    const ProjectChange change(*this);
     const QString trimmed = name.trimmed();
     if (trimmed.isEmpty()) {
         setLastError(QStringLiteral("Project name cannot be empty."));
@@ -129,6 +138,7 @@ void AppModel::renameCurrentProject(const QString &name)
 
 void AppModel::deleteProject(const ProjectLibraryItem &item)
 {
+    const ProjectChange change(*this);
     try {
         // The document tells which output folder belongs to it.
         std::optional<ScreenshotProject> deleted;
@@ -139,9 +149,12 @@ void AppModel::deleteProject(const ProjectLibraryItem &item)
             // A file that cannot be read names no output folder; it goes alone.
         }
         const bool wasCurrent = isCurrentProject(*this, item);
-        trashOrRemove(item.url);
+        const qsizetype logBefore = runLog.size();
+        reportRemoval(*this, item.url, trashOrRemove(item.url));
         if (deleted)
             deleteManagedOutputDirectoryIfSafe(*deleted);
+        // Where the files went stays at the head of the new project's log.
+        const QString removals = runLog.mid(logBefore);
         refreshProjectLibrary();
         if (!wasCurrent)
             return;
@@ -154,11 +167,11 @@ void AppModel::deleteProject(const ProjectLibraryItem &item)
             } catch (const AppError &) {
                 continue; // gone or damaged since the listing: try the next one
             }
-            switchToProject(*this, document, QStringLiteral("Deleted project and opened "));
+            switchToProject(*this, document, removals + QStringLiteral("Deleted project and opened "));
             return;
         }
         configureBlankProject(QStringLiteral("Untitled Project"));
-        resetProjectRuntimeState(QStringLiteral("Deleted project and started a new local project.\n"));
+        resetProjectRuntimeState(removals + QStringLiteral("Deleted project and started a new local project.\n"));
         saveProject();
     } catch (const AppError &error) {
         setLastError(QStringLiteral("Could not delete project: ") + error.message());
@@ -181,6 +194,7 @@ void AppModel::deleteCurrentProjectAndCreateReplacement()
 
 void AppModel::startNewProject(const QString &name)
 {
+    const ProjectChange change(*this);
     stopFlowRecordingIfNeeded();
     // Without its archive copy the old project could be lost, so a failed
     // snapshot stops here with its message.
@@ -210,19 +224,20 @@ void AppModel::deleteManagedOutputDirectoryIfSafe(const ScreenshotProject &delet
     const QString canonicalRoot = QFileInfo(root).canonicalFilePath();
     if (canonicalRoot.isEmpty() || !info.canonicalFilePath().startsWith(canonicalRoot + QLatin1Char('/')))
         return;
-    trashOrRemove(folder);
+    reportRemoval(*this, folder, trashOrRemove(folder));
 }
 
-void AppModel::trashOrRemove(const QString &path)
+bool AppModel::trashOrRemove(const QString &path)
 {
     QString reason;
     if (platform().moveToTrash(path, &reason))
-        return;
+        return true;
     const QFileInfo info(path);
     if (!info.exists() && !info.isSymLink())
-        return;
+        return true;
     // No Trash here: the item goes for good (a link, not what it points to).
     const bool removed = info.isDir() && !info.isSymLink() ? QDir(path).removeRecursively() : QFile::remove(path);
     if (!removed)
         throw AppError(QStringLiteral("Could not remove %1.").arg(path));
+    return false;
 }

@@ -24,6 +24,7 @@ template <class T> void AppModel::editProject(T &field, const T &value)
 
 void AppModel::setOutputDirectory(const QString &path)
 {
+    const ProjectChange change(*this);
     const QString trimmed = path.trimmed();
     if (trimmed.isEmpty()) {
         setLastError(QStringLiteral("Choose a folder for the screenshots."));
@@ -41,6 +42,7 @@ void AppModel::revealOutputDirectory()
 
 void AppModel::toggleGenerationDevice(const QString &udid)
 {
+    const ProjectChange change(*this);
     QStringList devices = project.devices;
     if (devices.contains(udid))
         devices.removeAll(udid);
@@ -52,6 +54,7 @@ void AppModel::toggleGenerationDevice(const QString &udid)
 void AppModel::setScreenDetails(qsizetype index, const QString &state, const QString &sampleName,
                                 double launchWaitSeconds)
 {
+    const ProjectChange change(*this);
     if (index < 0 || index >= project.screens.size())
         return;
     ScreenDraft screen = project.screens.at(index);

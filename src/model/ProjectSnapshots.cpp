@@ -83,6 +83,7 @@ std::optional<QString> AppModel::snapshotCurrentProject(const QString &prefix)
 
 std::optional<QString> AppModel::archiveProjectSnapshot()
 {
+    const ProjectChange change(*this); // a copy of the newest saved project
     const std::optional<QString> path = snapshotCurrentProject(QStringLiteral("project-snapshot"));
     if (path)
         refreshProjectSnapshots();
@@ -97,6 +98,7 @@ void AppModel::duplicateProjectSnapshot()
 
 void AppModel::restoreProjectSnapshot(const ProjectSnapshotSummary &snapshot)
 {
+    const ProjectChange change(*this);
     ScreenshotProject restored;
     try {
         restored = ProjectCoding::decode(AtomicFile::read(snapshot.url));

@@ -37,6 +37,18 @@ std::optional<QString> savedProjectSource(AppModel &model, bool &libraryListed)
     return std::nullopt;
 }
 
+// Whether the project just loaded from `source` is already saved exactly as
+// a save would write it: its own file, the mirror and the current identity.
+bool isSavedAsLoaded(AppModel &model, const QString &source, const QByteArray &bytes)
+{
+    const QString id = model.project.projectID.value_or(QString());
+    if (source != model.projectFileURL(id) || ProjectCoding::encodeBytes(model.project) != bytes)
+        return false;
+    const QString workspace = model.workspaceDirectory();
+    return AtomicFile::readIfExists(workspace + QStringLiteral("/project.json")) == bytes
+           && AtomicFile::readIfExists(workspace + QStringLiteral("/current-project-id.txt")) == id.toUtf8();
+}
+
 } // namespace
 
 QString AppModel::workspaceDirectory() const { return m_packageRoot + QStringLiteral("/.quillmark"); }
@@ -90,6 +102,9 @@ void AppModel::normalizeLoadedProject(ScreenshotProject &p) const
 bool AppModel::saveProject()
 {
     assertMainThread();
+    const ProjectChange change(*this, false);
+    if (m_workspaceLockFailed)
+        return false; // lastError says which process holds the workspace
     try {
         Folder::ensure(projectsDirectory());
         if (!project.projectID)
@@ -103,6 +118,7 @@ bool AppModel::saveProject()
 
         const QByteArray bytes = ProjectCoding::encodeBytes(project);
         AtomicFile::write(projectFileURL(*project.projectID), bytes);
+        m_savedProjectBytes = bytes;
         AtomicFile::write(workspaceDirectory() + QStringLiteral("/project.json"), bytes);
         writeCurrentProjectID();
     } catch (const AppError &error) {
@@ -130,12 +146,18 @@ bool AppModel::loadSavedProject()
     // here when the newest library entry is the last source to try or the
     // load ends without a save. Every extra listing re-reads every project.
     bool libraryListed = false;
+    bool savedAsLoaded = false;
+    const ProjectChange change(*this);
     try {
         Folder::ensure(projectsDirectory());
         if (const std::optional<QString> source = savedProjectSource(*this, libraryListed)) {
-            ScreenshotProject loaded = ProjectCoding::decode(AtomicFile::read(*source));
+            const QByteArray bytes = AtomicFile::read(*source);
+            ScreenshotProject loaded = ProjectCoding::decode(bytes);
             normalizeLoadedProject(loaded);
             project = loaded;
+            savedAsLoaded = isSavedAsLoaded(*this, *source, bytes);
+            if (savedAsLoaded)
+                m_savedProjectBytes = bytes;
         }
     } catch (const AppError &error) {
         // The start-up project stays current and is not saved, so the file
@@ -145,6 +167,14 @@ bool AppModel::loadSavedProject()
             refreshProjectLibrary();
         setLastError(QStringLiteral("Could not load saved project: ") + error.message());
         return false;
+    }
+    recoverInterruptedWork();
+    // A command that only reads leaves the files as they are; the save is
+    // only for a first start or a file that loading repaired or moved.
+    if (savedAsLoaded) {
+        if (!libraryListed)
+            refreshProjectLibrary();
+        return true;
     }
     // A save that fails here leaves the loaded project current: it is the
     // user's own, only it could not be written back (lastError says why).

@@ -11,6 +11,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QImageReader>
 #include <exception>
 
 namespace {
@@ -42,10 +43,16 @@ void AppModel::takeSimulatorScreenshot(const QString &device, const QString &pat
                        packageRoot());
     if (!QFileInfo(path).isFile())
         throw AppError(QStringLiteral("The Simulator wrote no screenshot to %1.").arg(path));
+    // A reference that is no picture could never be compared later.
+    QImageReader reader(path, "png");
+    if (reader.read().isNull())
+        throw AppError(QStringLiteral("The Simulator's screenshot is not a readable PNG image (%1).")
+                           .arg(reader.errorString()));
 }
 
 void AppModel::captureManualScreenshot(const QString &nameOverride)
 {
+    const ProjectChange change(*this);
     if (isRecordingFlow && !canSaveNextFlowCheckpoint()) {
         setLastError(QStringLiteral("No recorded navigation since the previous checkpoint. Click or drag inside "
                                     "the real Simulator window, or use Type, before saving the next checkpoint."));
@@ -59,6 +66,7 @@ void AppModel::captureManualScreenshot(const QString &nameOverride)
     const QString folder = manualCaptureDirectory();
     const QString temporary = hiddenTemporaryPath(folder, QStringLiteral(".capture-"));
     try {
+        checkManualCaptureDirectory();
         Folder::ensure(folder);
         const ReferenceSeconds actionDate = recordingClock();
         const std::optional<OperationDraft> wait = isRecordingFlow ? recordedDelayOperation(actionDate) : std::nullopt;
@@ -83,12 +91,14 @@ void AppModel::captureManualScreenshot(const QString &nameOverride)
             clearLastError();
     } catch (const std::exception &error) {
         QFile::remove(temporary);
-        setLastError(QStringLiteral("Could not capture current simulator: ") + QString::fromStdString(error.what()));
+        reportError(QStringLiteral("Could not capture current simulator: "), error);
     }
 }
 
-void AppModel::retakeCheckpoint(const ManualScreenDraft &checkpoint)
+void AppModel::retakeCheckpoint(const ManualScreenDraft &chosen)
 {
+    const ManualScreenDraft checkpoint = chosen; // a copy: the change may take over a newer project
+    const ProjectChange change(*this);
     const std::optional<QString> device = activeDeviceID();
     if (!device) {
         setLastError(QStringLiteral("Attach to a booted simulator before retaking a checkpoint."));
@@ -97,9 +107,9 @@ void AppModel::retakeCheckpoint(const ManualScreenDraft &checkpoint)
     const QString folder = manualCaptureDirectory();
     const QString temporary = hiddenTemporaryPath(folder, QStringLiteral(".retake-"));
     try {
+        const QString target = checkedManualCaptureURL(checkpoint);
         Folder::ensure(folder);
         takeSimulatorScreenshot(*device, temporary);
-        const QString target = manualCaptureURL(checkpoint);
         moveReplacing(temporary, target);
         // The navigation that leads to the checkpoint stays as recorded.
         upsertManualScreen(checkpoint.index, checkpoint.name, QFileInfo(target).fileName());
@@ -108,6 +118,6 @@ void AppModel::retakeCheckpoint(const ManualScreenDraft &checkpoint)
         refreshReviewImages();
     } catch (const std::exception &error) {
         QFile::remove(temporary);
-        setLastError(QStringLiteral("Could not retake checkpoint: ") + QString::fromStdString(error.what()));
+        reportError(QStringLiteral("Could not retake checkpoint: "), error);
     }
 }

@@ -4,6 +4,8 @@
 #include "model/AppModel.h"
 
 #include "generation/ScreenshotFileName.h"
+#include "model/AppError.h"
+#include "model/ContainedPath.h"
 #include "model/PathSanitizer.h"
 #include "model/UuidText.h"
 #include "simulator/NaturalOrder.h"
@@ -42,12 +44,38 @@ QString AppModel::manualCaptureURL(const ManualScreenDraft &checkpoint) const
     return manualCaptureDirectory() + QLatin1Char('/') + filename;
 }
 
+QString AppModel::checkedManualCaptureURL(const ManualScreenDraft &checkpoint) const
+{
+    checkManualCaptureDirectory();
+    const QString filename = checkpoint.filename && !checkpoint.filename->isEmpty()
+                                 ? *checkpoint.filename
+                                 : checkpointFileName(checkpoint.index, checkpoint.name);
+    if (const std::optional<QString> why = ContainedPath::refusal(manualCaptureDirectory(), filename))
+        throw AppError(QStringLiteral("Checkpoint %1 was left alone: %2.").arg(checkpoint.index).arg(*why));
+    return manualCaptureURL(checkpoint);
+}
+
+void AppModel::checkManualCaptureDirectory() const
+{
+    const QString folder = manualCaptureDirectory();
+    const QFileInfo info(folder);
+    if ((info.exists() || info.isSymLink()) && !ContainedPath::isInside(folder, project.outputDirectory))
+        throw AppError(QStringLiteral("The folder %1 leads outside the output folder %2, so its files were left alone.")
+                           .arg(folder, project.outputDirectory));
+}
+
 QStringList AppModel::manualCaptureURLs() const
 {
-    const QFileInfoList entries = QDir(manualCaptureDirectory()).entryInfoList(QDir::Files, QDir::NoSort);
     QStringList paths;
+    try {
+        checkManualCaptureDirectory();
+    } catch (const AppError &) {
+        return paths; // none of those files are the project's
+    }
+    const QString folder = manualCaptureDirectory();
+    const QFileInfoList entries = QDir(folder).entryInfoList(QDir::Files, QDir::NoSort);
     for (const QFileInfo &entry : entries)
-        if (entry.suffix().toLower() == QLatin1String("png"))
+        if (entry.suffix().toLower() == QLatin1String("png") && !ContainedPath::refusal(folder, entry.fileName()))
             paths.append(entry.absoluteFilePath());
     // As a file browser shows them: 9-... before 10-....
     std::stable_sort(paths.begin(), paths.end(), [](const QString &a, const QString &b) {
@@ -79,18 +107,29 @@ std::optional<QString> AppModel::existingLastManualCaptureURL() const
 {
     if (lastManualCaptureURL && QFileInfo::exists(*lastManualCaptureURL) && isManualCaptureURL(*lastManualCaptureURL))
         return lastManualCaptureURL;
+    // Only a numbered image can be a checkpoint's; "notes.png" is the user's own.
     const QStringList all = manualCaptureURLs();
-    if (all.isEmpty())
-        return std::nullopt;
-    return all.last();
+    for (auto it = all.crbegin(); it != all.crend(); ++it)
+        if (manualCaptureNumber(*it))
+            return *it;
+    return std::nullopt;
 }
 
 void AppModel::removeManualCheckpointFiles()
 {
-    // Deleted outright: a reset throws the whole flow away on purpose. One
-    // file that resists does not keep the others.
-    for (const QString &path : manualCaptureURLs())
-        QFile::remove(path);
+    // Deleted outright: a reset throws the whole flow away on purpose. Only
+    // the images the checkpoints name are the project's; anything else in
+    // the folder is the user's own. One file that resists does not keep the
+    // others.
+    for (const ManualScreenDraft &checkpoint : manualScreens()) {
+        try {
+            const QString image = checkedManualCaptureURL(checkpoint);
+            if (QFileInfo(image).isFile())
+                QFile::remove(image);
+        } catch (const AppError &error) {
+            appendLog(error.message());
+        }
+    }
 }
 
 void AppModel::syncManualScreensFromExistingCapturesIfNeeded()

@@ -7,6 +7,7 @@
 
 void AppModel::deleteLastManualCapture()
 {
+    const ProjectChange change(*this);
     const std::optional<QString> last = existingLastManualCaptureURL();
     if (!last) {
         setLastError(QStringLiteral("There is no manual screenshot to delete."));
@@ -22,6 +23,7 @@ bool AppModel::canDeleteLastManualCapture() const
 
 void AppModel::moveScreenshotToTrash(const QString &path)
 {
+    const ProjectChange change(*this);
     if (!QFileInfo::exists(path)) {
         setLastError(QStringLiteral("Screenshot no longer exists: ") + path);
         return;

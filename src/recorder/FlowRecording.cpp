@@ -17,6 +17,7 @@ bool isInputAction(const OperationDraft &operation) { return !operation.isWait()
 
 void AppModel::startFlowRecording()
 {
+    const ProjectChange change(*this);
     if (!activeDeviceID()) {
         setLastError(QStringLiteral("Attach to a booted simulator before recording."));
         return;
@@ -56,6 +57,7 @@ void AppModel::startFlowRecording()
 
 void AppModel::stopFlowRecording()
 {
+    const ProjectChange change(*this);
     isRecordingFlow = false;
     lastRecordedActionAt.reset();
     pendingOperations.clear();
@@ -77,7 +79,9 @@ void AppModel::stopFlowRecordingIfNeeded()
 
 void AppModel::resetRecordedFlow()
 {
+    const ProjectChange change(*this);
     const bool wasRecording = isRecordingFlow;
+    removeManualCheckpointFiles(); // while the checkpoints still name their images
     pendingOperations.clear();
     selectedScreenID.reset();
     simulatorMouseDown.reset();
@@ -86,7 +90,6 @@ void AppModel::resetRecordedFlow()
     project.manualCaptureIndex = 1;
     lastManualCaptureURL.reset();
     lastRecordedActionAt = wasRecording ? std::optional(recordingClock()) : std::nullopt;
-    removeManualCheckpointFiles();
     refreshReviewImages();
     saveProject();
     clearLastError();
@@ -116,6 +119,7 @@ std::optional<OperationDraft> AppModel::recordedDelayOperation(ReferenceSeconds 
 
 void AppModel::appendRecordedOperation(const OperationDraft &operation, ReferenceSeconds actionDate)
 {
+    const ProjectChange change(*this);
     if (const std::optional<OperationDraft> wait = recordedDelayOperation(actionDate))
         pendingOperations.append(*wait);
     pendingOperations.append(operation);

@@ -10,14 +10,6 @@
 
 #include <exception>
 
-namespace {
-
-QString errorDescription(const std::exception &error)
-{
-    return QString::fromStdString(error.what());
-}
-
-} // namespace
 
 void AppModel::addRecordedType(const QString &text)
 {
@@ -50,9 +42,12 @@ void AppModel::recordPerformedOperation(const OperationDraft &operation, const Q
     try {
         perform({operation}, *device);
     } catch (const std::exception &error) {
-        setLastError(failurePrefix + errorDescription(error));
+        reportError(failurePrefix, error);
         return;
     }
+    // Only now: the replay above can take long, and other processes need
+    // not wait for it.
+    const ProjectChange change(*this);
     if (wait)
         pendingOperations.append(*wait);
     pendingOperations.append(operation);

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <mutex>
+#include <set>
 #include <poll.h>
 #include <spawn.h>
 #include <stdexcept>
@@ -92,8 +93,23 @@ void resetSignals(posix_spawnattr_t *attributes)
     for (int signal : {SIGPIPE, SIGTERM, SIGINT, SIGHUP, SIGQUIT, SIGCHLD})
         sigaddset(&defaults, signal);
     posix_spawnattr_setsigdefault(attributes, &defaults);
-    posix_spawnattr_setflags(attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    // A process group of its own: a time limit or an interrupt ends the
+    // child together with everything it started.
+    posix_spawnattr_setpgroup(attributes, 0);
+    posix_spawnattr_setflags(attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
 }
+
+// Every child that has been started and not yet destroyed, for interruptAll.
+std::mutex registryLock;
+std::set<ChildProcess *> &registry()
+{
+    static std::set<ChildProcess *> children;
+    return children;
+}
+std::atomic<bool> interrupted{false};
+std::atomic<int> cleanups{0}; // living ChildProcess::Cleanup objects
+
+bool refusesToStart() { return interrupted && cleanups == 0; }
 
 } // namespace
 
@@ -112,7 +128,17 @@ struct ChildProcess::Private
     void drain(int &fd, QByteArray &into);
     bool reapIfExited();
     void pollPipes(int timeoutMilliseconds);
+    void signalGroup(int signal);
 };
+
+void ChildProcess::Private::signalGroup(int signal)
+{
+    // Only while the child is not reaped: until then its process group
+    // cannot belong to anyone else.
+    std::lock_guard lock(reapLock);
+    if (!reaped)
+        ::kill(-pid, signal);
+}
 
 void ChildProcess::Private::spawn(const SpawnRequest &request, int outputPipe[2], int errorPipe[2])
 {
@@ -120,6 +146,9 @@ void ChildProcess::Private::spawn(const SpawnRequest &request, int outputPipe[2]
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, outputPipe[writeEnd], STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, errorPipe[writeEnd], STDERR_FILENO);
+    // In a group of its own the child is not in the terminal's foreground:
+    // a read from the terminal would stop it for good.
+    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_addchdir_np(&actions, request.workingDirectory.constData());
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
@@ -199,6 +228,8 @@ ChildProcess::ChildProcess(const QString &command, const QStringList &arguments,
                            const QHash<QString, QString> &environment)
     : d(std::make_unique<Private>())
 {
+    if (refusesToStart())
+        throw std::runtime_error("Interrupted.");
     const SpawnRequest request(command, arguments, workingDirectory, environment);
     int outputPipe[2];
     int errorPipe[2];
@@ -223,17 +254,25 @@ ChildProcess::ChildProcess(const QString &command, const QStringList &arguments,
     d->errorFd = errorPipe[readEnd];
     ::fcntl(d->outputFd, F_SETFL, O_NONBLOCK);
     ::fcntl(d->errorFd, F_SETFL, O_NONBLOCK);
+    {
+        std::lock_guard lock(registryLock);
+        registry().insert(this);
+    }
+    // An interrupt that came while this child was being started.
+    if (refusesToStart())
+        terminate();
 }
 
 ChildProcess::~ChildProcess()
 {
+    {
+        std::lock_guard lock(registryLock);
+        registry().erase(this);
+    }
     if (!d->reaped) {
         terminate();
-        if (!waitForExit(2000)) {
-            std::lock_guard lock(d->reapLock);
-            if (!d->reaped)
-                ::kill(d->pid, SIGKILL);
-        }
+        if (!waitForExit(2000))
+            d->signalGroup(SIGKILL);
         waitForExit();
     }
     closeIfOpen(d->outputFd);
@@ -286,11 +325,54 @@ const ChildProcess::Output &ChildProcess::output() const
     return d->output;
 }
 
+bool ChildProcess::finishWithin(std::optional<int> seconds)
+{
+    if (!seconds) {
+        waitForExit();
+        return true;
+    }
+    if (waitForExit(*seconds * 1000))
+        return true;
+    terminate();
+    if (!waitForExit(2000))
+        d->signalGroup(SIGKILL);
+    waitForExit();
+    return false;
+}
+
 void ChildProcess::terminate()
 {
-    std::lock_guard lock(d->reapLock);
-    if (!d->reaped)
-        ::kill(d->pid, SIGTERM);
+    d->signalGroup(SIGTERM);
+}
+
+void ChildProcess::interruptAll()
+{
+    interrupted = true;
+    std::lock_guard lock(registryLock);
+    for (ChildProcess *child : registry())
+        child->terminate();
+}
+
+bool ChildProcess::isInterrupted()
+{
+    return interrupted;
+}
+
+ChildProcess::Cleanup::Cleanup()
+{
+    ++cleanups;
+}
+
+ChildProcess::Cleanup::~Cleanup()
+{
+    --cleanups;
+}
+
+void ChildProcess::killAll()
+{
+    std::lock_guard lock(registryLock);
+    for (ChildProcess *child : registry())
+        child->d->signalGroup(SIGKILL);
 }
 
 QHash<QString, QString> ChildProcess::currentEnvironment()

@@ -1,11 +1,11 @@
 // Writes the runner project below the runner root. Only the four generated
 // files are touched: DerivedData (which makes later builds incremental), the
 // marker and the last progress file stay as they are.
+#include "AtomicWrite.h"
 #include "RunnerTemplates.h"
 #include "XCUITestReplayInternal.h"
 
 #include <QDir>
-#include <QSaveFile>
 #include <filesystem>
 #include <stdexcept>
 
@@ -28,9 +28,7 @@ void writeText(const QString &path, const QString &text)
 
 void writeFileAtomically(const QString &path, const QByteArray &bytes)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        throw std::runtime_error(QStringLiteral("%1: %2").arg(path, file.errorString()).toStdString());
+    AtomicWrite::write(path, bytes);
 }
 
 void writeRunnerProject(const QString &root, const QString &bundleIdentifier,

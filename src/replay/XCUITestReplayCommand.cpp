@@ -1,6 +1,8 @@
 // Runs one build-tool command and keeps the process-wide list of running
 // builds, so that a cancel from any thread can end them.
 #include "ChildProcess.h"
+#include "CommandTimeLimit.h"
+#include "OutputTail.h"
 #include "ProgressCursor.h"
 #include "XCUITestReplayInternal.h"
 
@@ -87,11 +89,14 @@ std::shared_ptr<ChildProcess> start(const QString &command, const QStringList &a
 
 // Both pipes are drained while waiting (a real build prints more than a pipe
 // holds); the caller still sees the output only after the exit.
-void waitForExit(ChildProcess &process, const std::optional<QString> &progressFile,
-                 const ProgressHandler &progressHandler)
+void waitForExit(ChildProcess &process, const QString &command, const QStringList &arguments,
+                 const std::optional<QString> &progressFile, const ProgressHandler &progressHandler)
 {
+    // Only a build reports progress, and a build has no time limit.
+    const std::optional<int> timeLimit = CommandTimeLimit::seconds(command, arguments);
     if (!progressFile || !progressHandler) {
-        process.waitForExit();
+        if (!process.finishWithin(timeLimit))
+            throw XCTestReplayError(CommandTimeLimit::exceededMessage(command, arguments, *timeLimit));
         return;
     }
     ProgressCursor cursor(*progressFile, progressHandler);
@@ -115,16 +120,16 @@ CommandResult runCommand(const QString &command, const QStringList &arguments,
         std::optional<ActiveProcessRegistration> registration;
         if (command == QLatin1String("xcodebuild"))
             registration.emplace(process);
-        waitForExit(*process, progressFile, progressHandler);
+        waitForExit(*process, command, arguments, progressFile, progressHandler);
     }
 
     const ChildProcess::Output &output = process->output();
     CommandResult result{decodeOrEmpty(output.standardOutput), decodeOrEmpty(output.standardError)};
     if (output.exitStatus == 0)
         return result;
-    throw XCTestReplayError(QStringLiteral("Command failed: ") + command + QLatin1Char(' ')
-                            + arguments.join(QLatin1Char(' ')) + QLatin1Char('\n')
-                            + (result.standardError.isEmpty() ? result.standardOutput : result.standardError));
+    const OutputTail::CommandFailure failure =
+        OutputTail::commandFailure(command, arguments, result.standardOutput, result.standardError);
+    throw XCTestReplayError(failure.message, failure.details);
 }
 
 void cancelActiveRuns() noexcept

@@ -17,6 +17,7 @@ void AppModel::chooseAppBundle()
 
 void AppModel::setAppBundle(const QString &path)
 {
+    const ProjectChange change(*this);
     const QString bundlePath = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
     if (QFileInfo(bundlePath).suffix() != QLatin1String("app")) {
         setLastError(QStringLiteral("Choose a simulator .app bundle."));

@@ -33,7 +33,7 @@ void AppModel::refreshDevices()
             packageRoot());
         availableDevices = SimctlDeviceList::decode(result.standardOutput.toUtf8()).iOSDevices();
     } catch (const AppError &error) {
-        setLastError(QStringLiteral("Could not load simulators: ") + error.message());
+        reportError(QStringLiteral("Could not load simulators: "), error);
         return;
     }
     clearLastError();
@@ -41,7 +41,10 @@ void AppModel::refreshDevices()
 
 void AppModel::attachToBootedSimulator()
 {
+    const ProjectChange change(*this);
     refreshDevices();
+    if (lastError)
+        return; // the tool's own reason, not a guess that no simulator runs
     const QList<SimulatorDevice> booted = bootedDevices(availableDevices);
     if (booted.isEmpty()) {
         setLastError(QStringLiteral("Open Simulator, launch your app, then click Attach again."));
@@ -111,6 +114,7 @@ QString AppModel::deviceState(const QString &udid) const
 
 std::optional<QString> AppModel::adoptSoleBootedDevice()
 {
+    const ProjectChange change(*this);
     const QList<SimulatorDevice> booted = bootedDevices(availableDevices);
     if (booted.size() != 1)
         return std::nullopt;

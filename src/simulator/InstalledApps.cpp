@@ -8,6 +8,7 @@
 
 void AppModel::refreshInstalledApps()
 {
+    const ProjectChange change(*this);
     const std::optional<QString> device = activeDeviceID();
     if (!device) {
         setLastError(QStringLiteral("Attach to a booted simulator before detecting apps."));
@@ -18,7 +19,7 @@ void AppModel::refreshInstalledApps()
         result = ProcessRunner::run(QStringLiteral("xcrun"), {QStringLiteral("simctl"), QStringLiteral("listapps"), *device},
                                     packageRoot());
     } catch (const AppError &error) {
-        setLastError(QStringLiteral("Could not list installed apps: ") + error.message());
+        reportError(QStringLiteral("Could not list installed apps: "), error);
         return;
     }
     installedApps = InstalledAppParser::parse(result.standardOutput);
@@ -29,6 +30,7 @@ void AppModel::refreshInstalledApps()
 
 void AppModel::selectInstalledApp(const InstalledSimulatorApp &app)
 {
+    const ProjectChange change(*this);
     const QString oldBundleId = project.bundleId;
     project.bundleId = app.bundleId;
     project.appName = app.name;

@@ -11,7 +11,10 @@
 #include "model/AppModel.h"
 #include "model/Await.h"
 #include "replay/ChildProcess.h"
+#include "replay/CommandTimeLimit.h"
+#include "replay/OutputTail.h"
 
+#include <QDeadlineTimer>
 #include <QStringDecoder>
 #include <stdexcept>
 
@@ -57,17 +60,32 @@ Result run(const QString &command, const QStringList &arguments, const QString &
         // The system's own reason, unwrapped, like every platform failure.
         throw AppError(QString::fromLocal8Bit(error.what()));
     }
-    // A cancel is looked for every 50 ms; the ended child is still reaped.
-    while (!child->waitForExit(cancelled ? 50 : -1))
-        if (cancelled->load())
-            child->terminate();
+    // A tool that hangs is ended, with everything it started, once its time
+    // is up; a run's cancel is looked for every 50 ms meanwhile.
+    const std::optional<int> limit = CommandTimeLimit::seconds(command, arguments);
+    bool finished = false;
+    if (cancelled) {
+        const QDeadlineTimer deadline = limit ? QDeadlineTimer(std::chrono::seconds(*limit)) : QDeadlineTimer::Forever;
+        while (!(finished = child->waitForExit(50)) && !deadline.hasExpired())
+            if (cancelled->load())
+                child->terminate();
+        if (!finished)
+            finished = child->finishWithin(0);
+    } else {
+        finished = child->finishWithin(limit);
+    }
+    if (!finished)
+        throw AppError(CommandTimeLimit::exceededMessage(command, arguments, limit.value_or(0)));
     const ChildProcess::Output &output = child->output();
     Result result{decodeUtf8(output.standardOutput), decodeUtf8(output.standardError)};
     if (output.exitedNormally && output.exitStatus == 0)
         return result;
-    throw AppError(QStringLiteral("Command failed: ") + command + QLatin1Char(' ') + arguments.join(QLatin1Char(' '))
-                   + QLatin1Char('\n')
-                   + (result.standardError.isEmpty() ? result.standardOutput : result.standardError));
+    // A child ended by Ctrl-C failed because of it, not for its own reason.
+    if (ChildProcess::isInterrupted())
+        throw AppError(QStringLiteral("Interrupted."));
+    const OutputTail::CommandFailure failure =
+        OutputTail::commandFailure(command, arguments, result.standardOutput, result.standardError);
+    throw AppError(failure.message, failure.details);
 }
 
 } // namespace ProcessRunner

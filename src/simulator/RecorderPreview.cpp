@@ -30,7 +30,7 @@ void AppModel::refreshRecorderPreview()
         devicePointSizes.insert(*device, recorderPreviewPixelSize / recorderPreviewScale);
     } catch (const AppError &error) {
         QFile::remove(path);
-        setLastError(QStringLiteral("Could not refresh simulator preview: ") + error.message());
+        reportError(QStringLiteral("Could not refresh simulator preview: "), error);
         return;
     }
     QFile::remove(path);

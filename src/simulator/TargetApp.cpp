@@ -5,6 +5,7 @@
 #include "model/AppModel.h"
 #include "model/Await.h"
 #include "model/LanguageCatalog.h"
+#include "replay/ChildProcess.h"
 #include "simulator/SimctlArguments.h"
 
 namespace {
@@ -40,7 +41,7 @@ void AppModel::openTargetApp()
     try {
         launchRecordedApp(*device, language);
     } catch (const AppError &error) {
-        setLastError(QStringLiteral("Could not open target app: ") + error.message());
+        reportError(QStringLiteral("Could not open target app: "), error);
         return;
     }
     awaitDelay(0.8); // let the first screen appear before the preview is taken
@@ -95,5 +96,7 @@ void AppModel::overrideStatusBar(const QString &device)
 
 void AppModel::resetStatusBar(const QString &device)
 {
+    // The device gets its own status bar back even when Ctrl-C ended the run.
+    const ChildProcess::Cleanup cleanup;
     runProcessOffMain(xcrun, SimctlArguments::statusBarClear(device));
 }

@@ -67,6 +67,13 @@ Run DeviceWorld::run(const QString &program, const QStringList &arguments, const
             QString::fromUtf8(process.readAllStandardError())};
 }
 
+QHash<QString, QString> DeviceWorld::privateHome() const
+{
+    const QString home = scratch() + QStringLiteral("/home");
+    QDir().mkpath(home + QStringLiteral("/.local/share"));
+    return {{QStringLiteral("HOME"), home}, {QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/.local/share")}};
+}
+
 Run DeviceWorld::vantrel(const QStringList &arguments, const QHash<QString, QString> &extra) const
 {
     return run(TestSupport::vantrelBinary(), arguments, extra);

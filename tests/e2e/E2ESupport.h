@@ -55,6 +55,9 @@ public:
     QProcessEnvironment environment(const QHash<QString, QString> &extra = {}) const;
 
     Run vantrel(const QStringList &arguments, const QHash<QString, QString> &extra = {}) const;
+    // HOME and XDG_DATA_HOME inside the scratch folder, for a command whose
+    // Trash must land inside the test's own folder.
+    QHash<QString, QString> privateHome() const;
     // `vantrel record` reading `script` from its standard input.
     Run record(const QByteArray &script, const QHash<QString, QString> &extra = {}) const;
     // Starts vantrel without waiting (for long runs that a test cancels).

@@ -90,13 +90,17 @@ private slots:
         QVERIFY(created.out.startsWith("Started a new local project.\nCurrent project: Second Shot ("));
         TestSupport::writeFile(cli.workspace() + "/projects/broken.json", "{ damaged");
 
+        // A file that cannot be read is listed as such, so that it can be deleted.
         const QJsonArray projects = cli.json({"projects"}).toArray();
-        QCOMPARE(values(projects, "title"), (QStringList{"Second Shot", "First"}));
-        QCOMPARE(values(projects, "subtitle"),
-                 (QStringList{"1 language \u00B7 0 checkpoints", "1 language \u00B7 0 checkpoints"}));
-        QVERIFY(projects[0]["current"].toBool() && !projects[1]["current"].toBool());
+        QCOMPARE(values(projects, "title"), (QStringList{"broken.json", "Second Shot", "First"}));
+        QCOMPARE(values(projects, "subtitle"), (QStringList{"Cannot be read", "1 language \u00B7 0 checkpoints",
+                                                            "1 language \u00B7 0 checkpoints"}));
+        QVERIFY(!projects[0]["readable"].toBool() && projects[1]["readable"].toBool());
+        QVERIFY(projects[1]["current"].toBool() && !projects[2]["current"].toBool());
         const Result listing = cli.ok({"projects"});
-        QVERIFY(listing.out.startsWith("* Second Shot  (1 language \u00B7 0 checkpoints)  "));
+        QVERIFY(listing.out.contains("\n* Second Shot  (1 language \u00B7 0 checkpoints)  "));
+        cli.ok({"projects", "delete", "broken"});
+        QCOMPARE(values(cli.json({"projects"}).toArray(), "title"), (QStringList{"Second Shot", "First"}));
 
         // The project that was replaced is also archived.
         const QJsonArray snapshots = cli.json({"snapshots"}).toArray();
@@ -157,7 +161,9 @@ private slots:
         TestSupport::writeFile(doomedOutput + "/en-US/01.png", "png");
 
         const Result deleted = cli.ok({"projects", "delete", doomedID});
-        QCOMPARE(deleted.out, "Deleted project and opened Keep\nCurrent project: Keep (" + keepID + ")\n");
+        QCOMPARE(deleted.out, "Moved " + cli.root() + "/.quillmark/projects/" + doomedID + ".json to the Trash.\nMoved "
+                                  + doomedOutput + " to the Trash.\nDeleted project and opened Keep\n"
+                                  + "Current project: Keep (" + keepID + ")\n");
         QVERIFY(!QFileInfo::exists(doomedOutput));
         // Into this session's Trash, not gone for good.
         const QString trash = cli.home() + "/.local/share/Trash/files";
@@ -165,7 +171,7 @@ private slots:
         QVERIFY(QFileInfo::exists(trash + "/" + QFileInfo(doomedOutput).fileName() + "/en-US/01.png"));
 
         const Result last = cli.ok({"projects", "delete", keepID.left(8)});
-        QVERIFY(last.out.startsWith("Deleted project and started a new local project.\n"));
+        QVERIFY(last.out.contains(" to the Trash.\nDeleted project and started a new local project.\n"));
         QCOMPARE(cli.json({"status"})["displayName"].toString(), QString("Untitled Project"));
         QCOMPARE(cli.json({"projects"}).toArray().size(), 1);
         QCOMPARE(cli.run({"projects", "open", "NO-SUCH-ID"}).status, 1);

@@ -18,17 +18,9 @@ using namespace E2E;
 
 namespace {
 
-// The session's own home, so that the Trash lands inside the test folder.
-QHash<QString, QString> privateHome(const DeviceWorld &world)
-{
-    const QString home = world.scratch() + "/home";
-    QDir().mkpath(home + "/.local/share");
-    return {{"HOME", home}, {"XDG_DATA_HOME", home + "/.local/share"}};
-}
-
 QJsonObject checkpoints(const DeviceWorld &world, const QStringList &action = {})
 {
-    const Run run = world.vantrel(QStringList{"checkpoints", "--json"} + action, privateHome(world));
+    const Run run = world.vantrel(QStringList{"checkpoints", "--json"} + action, world.privateHome());
     if (run.status != 0)
         qWarning("%s", qPrintable(run.err));
     return QJsonDocument::fromJson(run.out.toUtf8()).object();
@@ -99,7 +91,7 @@ private slots:
                                       "checkpoint\n"
                                       "wait 0.8\n"
                                       "tap 196 284\n"
-                                      "checkpoint\n", privateHome(world));
+                                      "checkpoint\n", world.privateHome());
         QVERIFY2(run.status == 0, qPrintable(run.out + run.err));
         QVERIFY(run.out.contains("Recorded Type \"Lisbon\"\n"));
         QVERIFY(run.out.endsWith("Stopped recording: 4 checkpoints, 5 recorded actions.\n"));
@@ -157,7 +149,7 @@ private slots:
                                      "wait 0.4\n"
                                      "type Porto\n"
                                      "status\n"
-                                     "checkpoint search\n", privateHome(world));
+                                     "checkpoint search\n", world.privateHome());
         QVERIFY2(run.status == 0, qPrintable(run.out + run.err));
         QCOMPARE(run.err, QString());
         QVERIFY(run.out.contains("Recorded Tap 196, 178\nRecorded Type \"Porto\"\n"));
@@ -181,7 +173,7 @@ private slots:
                                       "status\n"
                                       "checkpoint\n"
                                       "stop\n"
-                                      "tap 245 790\n", privateHome(world));
+                                      "tap 245 790\n", world.privateHome());
         QCOMPARE(run.status, 1);
         QVERIFY(run.err.contains("No recorded navigation since the previous checkpoint."));
         QVERIFY(run.err.contains("Usage: tap X Y"));

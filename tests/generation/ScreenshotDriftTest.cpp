@@ -202,7 +202,9 @@ private slots:
         QVERIFY(!ThumbnailCache::thumbnail(m_root->filePath(QStringLiteral("missing.png"))).result());
     }
 
-    void uncheckableScreensAreSkipped()
+    // Screens without a usable reference are not compared, and the run log
+    // says why: no reference, one that is no picture, one outside "manual".
+    void uncheckableScreensAreReportedNotCompared()
     {
         // No reference for 01, an unreadable reference for 02.
         save(filled(Qt::white), outputDirectory() + QStringLiteral("/01-Home.png"));
@@ -210,6 +212,22 @@ private slots:
         TestSupport::writeFile(m_model->project.outputDirectory + QStringLiteral("/manual/02-Set-tings.png"), "not a png");
         QVERIFY(m_model->validateGeneratedScreens(outputDirectory(), QStringLiteral("de-DE"), QStringLiteral("iPhone"))
                     .isEmpty());
+        QVERIFY(m_model->runLog.contains(
+            QStringLiteral("Not compared: the reference of 02-Set-tings.png is not a readable PNG image.\n")));
+
+        // A reference named outside "manual", or a link that leads out of it, is not read at all.
+        const QString elsewhere = m_root->filePath(QStringLiteral("elsewhere.png"));
+        save(filled(Qt::black), elsewhere);
+        QFile::remove(m_model->project.outputDirectory + QStringLiteral("/manual/02-Set-tings.png"));
+        QVERIFY(QFile::link(elsewhere, m_model->project.outputDirectory + QStringLiteral("/manual/02-Set-tings.png")));
+        m_model->project.manualScreens = QList<ManualScreenDraft>{
+            {QStringLiteral("A"), 1, QStringLiteral("Home"), QStringLiteral("../../../elsewhere.png")}};
+        m_model->runLog.clear();
+        QVERIFY(m_model->validateGeneratedScreens(outputDirectory(), QStringLiteral("de-DE"), QStringLiteral("iPhone"))
+                    .isEmpty());
+        QCOMPARE(m_model->runLog,
+                 QStringLiteral("Not compared: the reference of 01-Home.png lies outside the folder manual.\n"
+                                "Not compared: the reference of 02-Set-tings.png lies outside the folder manual.\n"));
     }
 };
 

@@ -7,6 +7,7 @@
 #include "model/PathSanitizer.h"
 #include "platform/scripted/ScriptedPlatformServices.h"
 
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -40,11 +41,45 @@ private slots:
         QCOMPARE(PathSanitizer::component(input), expected);
     }
 
-    void sanitizerCapsVeryLongNames()
+    // File systems count bytes: long names are cut by their UTF-8 length,
+    // never inside a character.
+    void sanitizerCapsLongNamesByBytes_data()
     {
-        const QString result = PathSanitizer::component(QString(400, QChar(0x0416)));
-        QCOMPARE(result.size(), PathSanitizer::maximumLength);
-        QVERIFY(result.toUtf8().size() < 255);
+        QTest::addColumn<QString>("input");
+        QTest::addColumn<int>("characters");
+        QTest::newRow("ascii") << QString(400, QChar('a')) << 200;
+        QTest::newRow("cyrillic, 2 bytes") << QString(400, QChar(0x0416)) << 100;
+        QTest::newRow("japanese, 3 bytes") << QString(120, QChar(0x65E5)) << 66;
+        QTest::newRow("astral, 4 bytes") << QString::fromUcs4(U"\U00020000").repeated(80) << 100; // 50 letters
+        QTest::newRow("letter with mark") << QString("e\u0301").repeated(120) << 132; // 66 letters, 3 bytes each
+    }
+
+    void sanitizerCapsLongNamesByBytes()
+    {
+        QFETCH(QString, input);
+        QFETCH(int, characters);
+        const QString result = PathSanitizer::component(input);
+        QVERIFY(result.toUtf8().size() <= PathSanitizer::maximumBytes);
+        QCOMPARE(result, input.left(characters));
+    }
+
+    // A very long name in a script of wide characters still gives every file
+    // and folder made from it a name the file system accepts.
+    void longJapaneseNameFitsEveryFileName()
+    {
+        QTemporaryDir root;
+        AppModel model(root.path(), std::make_unique<ScriptedPlatformServices>());
+        model.loadSavedProject();
+        const QString name = QString(120, QChar(0x65E5));
+        model.renameCurrentProject(name);
+        QVERIFY(!model.lastError);
+        QVERIFY(QFileInfo(model.defaultOutputDirectory(model.project.projectID, name)).fileName().toUtf8().size() <= 255);
+        model.startNewProject(name);
+        QVERIFY2(!model.lastError, qPrintable(model.lastError.value_or("")));
+        QCOMPARE(AppModel::displayName(model.project), name);
+        QCOMPARE(model.projectSnapshots.size(), 1);
+        QVERIFY(model.archiveProjectSnapshot());
+        QVERIFY(AppModel::checkpointFileName(100, name).toUtf8().size() <= 255);
     }
 
     void catalogue()

@@ -151,6 +151,10 @@ private slots:
         QTest::newRow("bool as string") << "openSimulator" << QJsonValue("yes") << "\"openSimulator\" should be a boolean";
         QTest::newRow("index without index") << "manualScreens" << QJsonValue(QJsonArray{QJsonObject{{"id", screenID}, {"name", "x"}}})
                                              << "\"manualScreens[0].index\" is missing";
+        QTest::newRow("identity with NUL") << "projectID" << QJsonValue(QString("ABC") + QChar(0) + "x")
+                                           << "\"projectID\" holds a control character";
+        QTest::newRow("device with a line break") << "devices" << QJsonValue(QJsonArray{"A\nB"})
+                                                  << "\"devices[0]\" holds a control character";
         QTest::newRow("id not a UUID") << "manualScreens" << QJsonValue(QJsonArray{QJsonObject{{"id", "M1"}, {"index", 1}, {"name", "x"}}})
                                        << "\"manualScreens[0].id\" should be a UUID";
     }

@@ -215,15 +215,40 @@ private slots:
     {
         Fixture f;
         TestSupport::writeFile(f.root.path() + "/a/file.txt", "x");
-        f.model->trashOrRemove(f.root.path() + "/a");
+        QVERIFY(f.model->trashOrRemove(f.root.path() + "/a"));
         QCOMPARE(f.platform->trashed, QStringList{f.root.path() + "/a"});
 
         f.platform->trashAvailable = false;
         const QString gone = TestSupport::writeFile(f.root.path() + "/b/file.txt", "x");
-        f.model->trashOrRemove(f.root.path() + "/b");
+        QVERIFY(!f.model->trashOrRemove(f.root.path() + "/b"));
         QVERIFY(!QFileInfo::exists(gone));
         QCOMPARE(f.platform->trashed.size(), 1);
         f.model->trashOrRemove(f.root.path() + "/never-there"); // nothing to do, no error
+    }
+
+    // Where a deleted project's files went, truthfully: a deletion without
+    // a Trash does not claim to have used one.
+    void deletingAProjectSaysWhereItsFilesWent_data()
+    {
+        QTest::addColumn<bool>("trash");
+        QTest::addColumn<QString>("line");
+        QTest::newRow("Trash") << true << "Moved %1 to the Trash.\n";
+        QTest::newRow("no Trash") << false << "Deleted %1 for good: no Trash is available here.\n";
+    }
+
+    void deletingAProjectSaysWhereItsFilesWent()
+    {
+        QFETCH(bool, trash);
+        QFETCH(QString, line);
+        Fixture f;
+        f.writeProject(document("K", "Kept", 100));
+        const QString file = f.writeProject(document("W", "Other", 50));
+        f.model->loadSavedProject(); // the newest, K, is current
+        f.platform->trashAvailable = trash;
+        f.model->runLog.clear();
+        f.model->deleteProject(*f.item("W"));
+        QVERIFY(!QFileInfo::exists(file));
+        QCOMPARE(f.model->runLog, line.arg(file));
     }
 };
 

@@ -44,6 +44,12 @@ public:
         image.save(m_dir.path() + "/screen.png");
     }
     void removeScreen() { QFile::remove(m_dir.path() + "/screen.png"); }
+    // A file that begins like a PNG and then breaks off.
+    void corruptScreen()
+    {
+        const QByteArray png = TestSupport::readFile(m_dir.path() + "/screen.png");
+        TestSupport::writeFile(m_dir.path() + "/screen.png", png.left(40));
+    }
 
 private:
     QTemporaryDir m_dir;
@@ -122,6 +128,19 @@ private slots:
         QVERIFY(c.model->manualScreens().isEmpty() && c.model->project.screens.isEmpty());
         QCOMPARE(c.model->pendingOperations.size(), 1);
         QCOMPARE(c.model->project.manualCaptureIndex, 1);
+    }
+
+    void screenshotThatIsNoPictureIsRefused()
+    {
+        ScreenshotStandIn xcrun;
+        xcrun.setScreen(Qt::green);
+        xcrun.corruptScreen();
+        Checkpoints c;
+        c.model->captureManualScreenshot("home");
+        QVERIFY(c.model->lastError && c.model->lastError->startsWith(
+                    "Could not capture current simulator: The Simulator's screenshot is not a readable PNG image"));
+        QVERIFY(c.files().isEmpty());
+        QVERIFY(c.model->manualScreens().isEmpty());
     }
 
     void captureReplacesTheSameNumberAndName()
@@ -208,6 +227,102 @@ private slots:
         QCOMPARE(c.model->manualScreens().size(), 3);
         QCOMPARE(c.model->project.screens.size(), 3);
         QCOMPARE(c.model->lastManualCaptureURL, c.manual(trashed == 4 ? "03-c.png" : "04-d.png"));
+    }
+
+    // A document may name images anywhere; only files inside "manual" are
+    // ever moved, replaced or deleted, and a refused name stops the whole
+    // operation before anything changes.
+    void namesLeadingOutOfTheFolderAreLeftAlone_data()
+    {
+        QTest::addColumn<QString>("hostile"); // how checkpoint 2 names its image
+        QTest::newRow("parent") << "../../outside/victim.png";
+        QTest::newRow("absolute") << "ABS";
+        QTest::newRow("separator") << "sub/02-b.png";
+        QTest::newRow("link out") << "LINK";
+    }
+
+    void namesLeadingOutOfTheFolderAreLeftAlone()
+    {
+        QFETCH(QString, hostile);
+        ScreenshotStandIn xcrun;
+        xcrun.setScreen(Qt::red);
+        Checkpoints c;
+        c.make({"a", "b", "c"});
+        const QString victim = TestSupport::writeFile(c.root.path() + "/outside/victim.png", "precious");
+        TestSupport::writeFile(c.manual("sub/02-b.png"), "precious");
+        QFile::remove(c.manual("02-b.png"));
+        if (hostile == "ABS")
+            hostile = victim;
+        if (hostile == "LINK") {
+            QVERIFY(QFile::link(victim, c.manual("02-b.png")));
+            hostile = "02-b.png";
+        }
+        QList<ManualScreenDraft> screens = c.model->manualScreens();
+        screens[1].filename = hostile;
+        c.model->project.manualScreens = screens;
+        const QList<ManualScreenDraft> before = c.model->manualScreens();
+        const QStringList filesBefore = c.files();
+
+        const auto refused = [&](const char *what) {
+            QVERIFY2(c.model->lastError && c.model->lastError->contains("Checkpoint 2 was left alone: "),
+                     qPrintable(QString(what) + ": " + c.model->lastError.value_or("no error")));
+            QCOMPARE(TestSupport::readFile(victim), QByteArray("precious"));
+            QCOMPARE(TestSupport::readFile(c.manual("sub/02-b.png")), QByteArray("precious"));
+            QCOMPARE(c.model->manualScreens(), before);
+            QCOMPARE(c.files(), filesBefore);
+            QVERIFY(c.platform->trashed.isEmpty());
+            c.model->clearLastError();
+        };
+        c.model->moveCheckpoint(c.at(0), +1);
+        refused("move");
+        c.model->deleteCheckpoint(c.at(1));
+        refused("delete the hostile one");
+        c.model->deleteCheckpoint(c.at(2));
+        refused("delete another one");
+        c.model->retakeCheckpoint(c.at(1));
+        refused("retake");
+
+        // A reset removes the images its checkpoints name inside the folder, no more.
+        c.model->resetRecordedFlow();
+        QCOMPARE(TestSupport::readFile(victim), QByteArray("precious"));
+        QCOMPARE(TestSupport::readFile(c.manual("sub/02-b.png")), QByteArray("precious"));
+        QVERIFY(!QFileInfo::exists(c.manual("01-a.png")) && !QFileInfo::exists(c.manual("03-c.png")));
+        QVERIFY(c.model->runLog.contains("Checkpoint 2 was left alone: "));
+    }
+
+    // "manual" that is a link to a folder elsewhere holds none of the
+    // project's files: nothing there is listed, trashed, renumbered or reset.
+    void manualFolderLinkedOutIsLeftAlone()
+    {
+        Checkpoints c;
+        const QString elsewhere = c.root.path() + "/elsewhere";
+        for (const char *file : {"01-a.png", "02-b.png"})
+            TestSupport::writeFile(elsewhere + "/" + file, file);
+        QVERIFY(QDir().mkpath(c.model->project.outputDirectory));
+        QVERIFY(QFile::link(elsewhere, c.model->manualCaptureDirectory()));
+        c.model->upsertManualScreen(1, "a", "01-a.png");
+        c.model->upsertManualScreen(2, "b", "02-b.png");
+
+        QVERIFY(c.model->manualCaptureURLs().isEmpty());
+        c.model->deleteLastManualCapture();
+        QCOMPARE(c.model->lastError, QStringLiteral("There is no manual screenshot to delete."));
+        c.model->moveCheckpoint(c.at(0), +1);
+        QVERIFY(c.model->lastError && c.model->lastError->contains("leads outside the output folder"));
+        c.model->resetRecordedFlow();
+        QCOMPARE(QDir(elsewhere).entryList(QDir::Files, QDir::Name), (QStringList{"01-a.png", "02-b.png"}));
+        QCOMPARE(TestSupport::readFile(elsewhere + "/01-a.png"), QByteArray("01-a.png"));
+        QVERIFY(c.platform->trashed.isEmpty());
+    }
+
+    void resetKeepsTheUsersOwnFiles()
+    {
+        Checkpoints c;
+        c.make({"a", "b"});
+        TestSupport::writeFile(c.manual("notes.png"), "mine");
+        TestSupport::writeFile(c.manual("07-mine.png"), "mine");
+        c.model->resetRecordedFlow();
+        QCOMPARE(c.files(), (QStringList{"07-mine.png", "notes.png"}));
+        QVERIFY(c.model->manualScreens().isEmpty());
     }
 
     void syncRebuildsCheckpointsFromNumberedImages()

@@ -22,6 +22,14 @@ ChildProcess::Output runShell(const QString &script, const QHash<QString, QStrin
     return child.output();
 }
 
+// A zombie counts as ended: its parent has gone and nobody reaps it here.
+bool isRunning(const QByteArray &pid)
+{
+    const QByteArray stat = TestSupport::readFile(QStringLiteral("/proc/") + QString::fromLatin1(pid) + QStringLiteral("/stat"));
+    const qsizetype close = stat.lastIndexOf(')');
+    return close > 0 && stat.mid(close + 2, 1) != "Z";
+}
+
 } // namespace
 
 class ChildProcessTest : public QObject
@@ -81,6 +89,48 @@ private slots:
         QCOMPARE(child.output().exitStatus, 128 + SIGTERM);
         QVERIFY(!child.output().exitedNormally);
         child.terminate(); // harmless once reaped
+    }
+
+    // Ending a child ends what it started: the whole process group goes.
+    void terminateEndsTheChildsOwnChildren()
+    {
+        QTemporaryDir directory;
+        const QString pidFile = directory.filePath("sleeper");
+        ChildProcess child(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("sleep 30 & echo $! > sleeper; wait")},
+                           directory.path(), plainEnvironment());
+        QElapsedTimer timer;
+        timer.start();
+        while (TestSupport::readFile(pidFile).trimmed().isEmpty() && timer.elapsed() < 10000)
+            QTest::qWait(20);
+        const QByteArray sleeper = TestSupport::readFile(pidFile).trimmed();
+        QVERIFY(!sleeper.isEmpty());
+        child.terminate();
+        QVERIFY(child.waitForExit(10000));
+        QTRY_VERIFY_WITH_TIMEOUT(!isRunning(sleeper), 5000);
+    }
+
+    // Past its time limit a child is ended; one that ignores SIGTERM is killed.
+    void timeLimitEndsAChild_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<int>("signal");
+        QTest::newRow("ends on request") << "exec sleep 30" << SIGTERM;
+        QTest::newRow("ignores the request") << "trap '' TERM; sleep 30" << SIGKILL;
+    }
+
+    void timeLimitEndsAChild()
+    {
+        QFETCH(QString, script);
+        QFETCH(int, signal);
+        ChildProcess child(QStringLiteral("sh"), {QStringLiteral("-c"), script}, QDir::tempPath(), plainEnvironment());
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(!child.finishWithin(1));
+        QVERIFY(timer.elapsed() < 10000);
+        QCOMPARE(child.output().exitStatus, 128 + signal);
+        ChildProcess quick(QStringLiteral("true"), {}, QDir::tempPath(), plainEnvironment());
+        QVERIFY(quick.finishWithin(5));
+        QVERIFY(quick.finishWithin(std::nullopt));
     }
 
     void destructorEndsARunningChild()

@@ -91,6 +91,23 @@ private slots:
         QCOMPARE(failureText(command, arguments), message);
     }
 
+    // A tool that writes megabytes before its reason: the message keeps the
+    // last 4 KB, which hold the reason; the whole text stays in the details.
+    void longComplaintsAreCutToTheirEnd()
+    {
+        try {
+            ProcessRunner::run("sh", {"-c", "head -c 1000000 /dev/zero | tr '\\0' e >&2; echo ' the reason' >&2; exit 4"},
+                               QDir::tempPath());
+            QFAIL("the command should fail");
+        } catch (const AppError &error) {
+            QVERIFY(error.message().startsWith("Command failed: sh -c "));
+            QVERIFY(error.message().contains("\n[the first 995916 bytes are left out]\n"));
+            QVERIFY(error.message().endsWith("eee the reason\n"));
+            QVERIFY(error.message().toUtf8().size() < 4096 + 200);
+            QCOMPARE(error.details().size(), error.message().section('\n', 0, 0).size() + 1 + 1000000 + 12);
+        }
+    }
+
     void invalidUtf8ReadsAsEmpty()
     {
         const ProcessRunner::Result result = shell("printf 'ok\\377\\376'; printf 'caf\\303\\251' >&2");

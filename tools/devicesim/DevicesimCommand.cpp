@@ -49,6 +49,9 @@ Usage:
   devicesim fault set slow-build SECONDS
                                        the build takes that long (not time-scaled)
   devicesim fault set no-xcode         only the command-line tools: no xcodebuild
+  devicesim fault set simctl-hangs SUBCOMMAND   simctl SUBCOMMAND never answers (and starts a child that waits too)
+  devicesim fault set chatty-stderr SUBCOMMAND  simctl SUBCOMMAND writes 3 MB to standard error, then fails
+  devicesim fault set no-screenshots   xcodebuild test succeeds but writes no screenshot
   devicesim fault set open-fails       open -a Simulator cannot start the Simulator app
   devicesim fault clear [KIND]         switch faults off (all, or one kind)
   devicesim fault list                 the faults that are on

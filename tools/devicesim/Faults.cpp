@@ -47,7 +47,8 @@ bool Faults::hasDialog(const QString &language, const QString &screen) const
 bool Faults::isEmpty() const
 {
     return missingApps.isEmpty() && launchFailLanguages.isEmpty() && dialogs.isEmpty() && !buildFails
-        && slowBuildSeconds <= 0 && !noXcode && !openFails;
+        && slowBuildSeconds <= 0 && !noXcode && hangingSubcommands.isEmpty() && chattySubcommands.isEmpty()
+        && !noScreenshots && !openFails;
 }
 
 QJsonObject Faults::toJson() const
@@ -65,6 +66,9 @@ QJsonObject Faults::toJson() const
         {QStringLiteral("buildFails"), buildFails},
         {QStringLiteral("slowBuildSeconds"), slowBuildSeconds},
         {QStringLiteral("noXcode"), noXcode},
+        {QStringLiteral("simctlHangs"), QJsonArray::fromStringList(hangingSubcommands)},
+        {QStringLiteral("chattyStderr"), QJsonArray::fromStringList(chattySubcommands)},
+        {QStringLiteral("noScreenshots"), noScreenshots},
         {QStringLiteral("openFails"), openFails},
     };
 }
@@ -81,6 +85,11 @@ Faults Faults::fromJson(const QJsonObject &o)
     f.buildFails = o.value(QStringLiteral("buildFails")).toBool();
     f.slowBuildSeconds = o.value(QStringLiteral("slowBuildSeconds")).toDouble();
     f.noXcode = o.value(QStringLiteral("noXcode")).toBool();
+    for (const QJsonValue &v : o.value(QStringLiteral("simctlHangs")).toArray())
+        f.hangingSubcommands.append(v.toString());
+    for (const QJsonValue &v : o.value(QStringLiteral("chattyStderr")).toArray())
+        f.chattySubcommands.append(v.toString());
+    f.noScreenshots = o.value(QStringLiteral("noScreenshots")).toBool();
     f.openFails = o.value(QStringLiteral("openFails")).toBool();
     return f;
 }
@@ -100,6 +109,12 @@ QStringList Faults::describe() const
         lines.append(QStringLiteral("slow-build %1").arg(slowBuildSeconds));
     if (noXcode)
         lines.append(QStringLiteral("no-xcode"));
+    for (const QString &subcommand : hangingSubcommands)
+        lines.append(QStringLiteral("simctl-hangs %1").arg(subcommand));
+    for (const QString &subcommand : chattySubcommands)
+        lines.append(QStringLiteral("chatty-stderr %1").arg(subcommand));
+    if (noScreenshots)
+        lines.append(QStringLiteral("no-screenshots"));
     if (openFails)
         lines.append(QStringLiteral("open-fails"));
     return lines;
@@ -150,6 +165,18 @@ QString Faults::set(const QStringList &args, const QString &defaultBundleId)
         if (!rest.isEmpty())
             return usage(kind);
         noXcode = true;
+    } else if (kind == QLatin1String("simctl-hangs")) {
+        if (rest.size() != 1)
+            return usage(kind);
+        hangingSubcommands.append(rest[0]);
+    } else if (kind == QLatin1String("chatty-stderr")) {
+        if (rest.size() != 1)
+            return usage(kind);
+        chattySubcommands.append(rest[0]);
+    } else if (kind == QLatin1String("no-screenshots")) {
+        if (!rest.isEmpty())
+            return usage(kind);
+        noScreenshots = true;
     } else if (kind == QLatin1String("open-fails")) {
         if (!rest.isEmpty())
             return usage(kind);
@@ -176,6 +203,12 @@ QString Faults::clear(const QString &kind)
         slowBuildSeconds = 0;
     else if (kind == QLatin1String("no-xcode"))
         noXcode = false;
+    else if (kind == QLatin1String("simctl-hangs"))
+        hangingSubcommands.clear();
+    else if (kind == QLatin1String("chatty-stderr"))
+        chattySubcommands.clear();
+    else if (kind == QLatin1String("no-screenshots"))
+        noScreenshots = false;
     else if (kind == QLatin1String("open-fails"))
         openFails = false;
     else

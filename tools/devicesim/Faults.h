@@ -26,6 +26,9 @@ struct Faults
     bool buildFails = false;         // xcodebuild stops with a compile error
     double slowBuildSeconds = 0;     // the build takes this long (never time-scaled)
     bool noXcode = false;            // only the command-line tools are installed
+    QStringList hangingSubcommands;  // simctl SUBCOMMAND never answers (and leaves a child behind)
+    QStringList chattySubcommands;   // simctl SUBCOMMAND writes megabytes to standard error, then fails
+    bool noScreenshots = false;      // xcodebuild test succeeds without writing any screenshot
     bool openFails = false;          // `open -a Simulator` cannot start the Simulator app
 
     bool isAppMissing(const QString &udid, const QString &bundleId) const;

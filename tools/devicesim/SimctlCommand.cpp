@@ -1,7 +1,13 @@
 #include "SimctlCommand.h"
 
 #include "Console.h"
+#include "Pause.h"
 #include "SimctlSupport.h"
+#include "StateStore.h"
+
+#include <QFile>
+#include <spawn.h>
+#include <unistd.h>
 
 #include <functional>
 #include <map>
@@ -91,12 +97,48 @@ int help()
     return 0;
 }
 
+// The hang fault: never answers, like a simulator service that is stuck,
+// and leaves a child of its own waiting as well, so that only ending the
+// whole process group cleans up. The child's process id is noted in
+// $DEVICESIM_HOME/hung-pids for tests.
+[[noreturn]] void hang()
+{
+    pid_t child = 0;
+    char sleepName[] = "sleep";
+    char hour[] = "3600";
+    char *const argv[] = {sleepName, hour, nullptr};
+    if (::posix_spawnp(&child, "sleep", nullptr, nullptr, argv, environ) == 0) {
+        QFile pids(StateStore::home() + QStringLiteral("/hung-pids"));
+        if (pids.open(QIODevice::WriteOnly | QIODevice::Append))
+            pids.write(QByteArray::number(qint64(::getpid())) + ' ' + QByteArray::number(qint64(child)) + '\n');
+    }
+    for (;;)
+        Pause::exact(3600);
+}
+
+// The chatty fault: megabytes of warnings on standard error, then the
+// real reason last, as tools print it.
+[[noreturn]] void chatter(const QString &subcommand)
+{
+    QByteArray noise;
+    for (int line = 0; noise.size() < 3 * 1024 * 1024; ++line)
+        noise += "simctl: warning: CoreSimulator chatter line " + QByteArray::number(line) + " of many\n";
+    Console::err(QString::fromUtf8(noise));
+    throw Simctl::error(QStringLiteral("com.apple.CoreSimulator.SimError"), 405,
+                        QStringLiteral("The real reason: %1 failed after a lot of chatter.").arg(subcommand));
+}
+
 } // namespace
 
 int run(const QStringList &arguments)
 {
     if (arguments.isEmpty() || arguments.first() == QLatin1String("help"))
         return help();
+    const Faults faults = StateStore::read().faults;
+    if (faults.hangingSubcommands.contains(arguments.first()))
+        hang();
+    if (faults.chattySubcommands.contains(arguments.first()))
+        chatter(arguments.first());
     const auto it = subcommands().find(arguments.first());
     if (it == subcommands().end())
         throw ToolFailure{QStringLiteral("Unknown subcommand '%1'\n").arg(arguments.first()), 64};
