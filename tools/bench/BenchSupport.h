@@ -31,13 +31,13 @@ inline double medianMilliseconds(int repeats, const std::function<void()> &job)
 bool runTool(const QString &command, const QStringList &arguments, const QString &workingDirectory,
              const QHash<QString, QString> &extraEnvironment = {}, QByteArray *standardOutput = nullptr);
 
-// Runs `vantrel --root ROOT ARGUMENTS` for a benchmark's set-up, with
-// `input` on its standard input; false when it fails.
-bool vantrel(const QString &root, const QStringList &arguments, const QByteArray &input = {});
-
 QString devicesimBinary();
 QString vantrelBinary();
 QString timingShimBinary();
+
+// Runs a vantrel command on the data root `root`; `input` goes to its
+// standard input. False when it fails.
+bool vantrel(const QString &root, const QStringList &arguments, const QByteArray &input = {});
 
 // The device tools behind timing shims: every xcrun, xcodebuild and open
 // call runs the stand-in through generation-timing-shim, which logs how long
