@@ -5,13 +5,16 @@
 // calls onto the main thread.
 
 #include "BuildCanceller.h"
+#include "LocalizationCheck.h"
 #include "MainThreadCall.h"
+#include "ScreenWordsReader.h"
 #include "ScreenshotFileName.h"
 #include "ThumbnailCache.h"
 #include "model/AppError.h"
 #include "model/AppModel.h"
 #include "model/ErrorDetails.h"
 #include "model/Folder.h"
+#include "model/PathSanitizer.h"
 #include "replay/ChildProcess.h"
 #include "replay/XCUITestReplay.h"
 #include "simulator/ProcessRunner.h"
@@ -24,6 +27,17 @@ namespace {
 // Thrown on the worker when the user cancelled between two steps.
 struct RunCancelled
 {
+};
+
+// One screenshot of a later language, to be held against the first
+// language's screenshot of the same checkpoint on the same device.
+struct PendingLocalizationCheck
+{
+    QString language;
+    QString deviceFolder;
+    QString file;
+    QString path;
+    QString firstLanguagePath;
 };
 
 QString describe(const std::exception &error) { return QString::fromUtf8(error.what()); }
@@ -58,7 +72,10 @@ private:
     QString runCommand(const QStringList &arguments, const QString &command = QStringLiteral("xcrun"));
     void checkAllWritten(const QString &outputDirectory, const QString &language, const QString &deviceName);
     void checkScreenshots(const QString &outputDirectory, const QString &language, const QString &deviceName);
+    void startLocalizationCheck(const QString &language, const QString &deviceName, const QString &outputDirectory);
+    void finishLocalizationCheck();
 
+    void stopReadingWords();
     void finishSucceeded();
     void finishCancelled();
     void finishFailed(const QString &description);
@@ -68,6 +85,12 @@ private:
     ScreenshotProject m_project; // the project as it was when the run started
     QString m_packageRoot;
     QString m_workspace;
+    PlatformServices *m_platform = nullptr; // owned by the model, which outlives every run
+    // Reads every screenshot's words as the device writes them (none for a
+    // run in one language), and the later languages' screenshots to hold
+    // against the first language's.
+    std::unique_ptr<ScreenWordsReader> m_wordsReader;
+    QList<PendingLocalizationCheck> m_localizationChecks;
 };
 
 void RecordedRun::execute()
@@ -83,6 +106,8 @@ void RecordedRun::execute()
                     runPair(device, language);
                 }
             }
+            checkCancelled();
+            finishLocalizationCheck();
             checkCancelled();
             finishSucceeded();
         } catch (const RunCancelled &) {
@@ -114,7 +139,13 @@ void RecordedRun::prepare()
         m_project = m.project;
         m_packageRoot = m.packageRoot();
         m_workspace = m.workspaceDirectory();
+        m_platform = &m.platform();
     });
+    if (m_project.languages.size() > 1) {
+        PlatformServices *platform = m_platform;
+        m_wordsReader = std::make_unique<ScreenWordsReader>(
+            [platform](const QString &path) { return ScreenWordsReader::readScreenshot(*platform, path); });
+    }
     AppModel::ensureXCUITestReplayAvailableIfNeeded(m_project.screens);
     onMain([](AppModel &m) {
         m.runProgress = m.initializedRunProgress();
@@ -182,6 +213,63 @@ void RecordedRun::runPair(const QString &device, const QString &language)
     onMain([&](AppModel &m) { m.updateRunProgress(language, device, count, RunProgressState::done); });
     checkAllWritten(outputDirectory, language, deviceName);
     checkScreenshots(outputDirectory, language, deviceName);
+    startLocalizationCheck(language, deviceName, outputDirectory);
+}
+
+// Notes which of this language's screenshots are to be checked; their words
+// are read in the background since the device wrote them, and compared at
+// the end of the run.
+void RecordedRun::startLocalizationCheck(const QString &language, const QString &deviceName,
+                                         const QString &outputDirectory)
+{
+    if (!m_wordsReader || language == m_project.languages.first())
+        return;
+    const QString deviceFolder = PathSanitizer::component(deviceName);
+    const QString firstLanguageDirectory = onMain(
+        [&](AppModel &m) { return m.generatedOutputDirectory(m_project.languages.first(), deviceName); });
+    for (qsizetype i = 0; i < m_project.screens.size(); ++i) {
+        const QString file = screenshotFileName(i + 1, m_project.screens.at(i).name);
+        const QString path = QDir(outputDirectory).filePath(file);
+        const QString firstLanguagePath = QDir(firstLanguageDirectory).filePath(file);
+        if (!QFileInfo::exists(path) || !QFileInfo::exists(firstLanguagePath))
+            continue;
+        m_localizationChecks.append({language, deviceFolder, file, path, firstLanguagePath});
+    }
+}
+
+// Holds every later language's screenshot against the first language's,
+// lists the ones that look the same and keeps them beside the screenshots.
+void RecordedRun::finishLocalizationCheck()
+{
+    if (!m_wordsReader)
+        return;
+    const QString firstLanguage = m_project.languages.first();
+    QList<LocalizationWarning> warnings;
+    for (const PendingLocalizationCheck &check : std::as_const(m_localizationChecks)) {
+        checkCancelled();
+        const ScreenWordsReader::Words words = m_wordsReader->words(check.path);
+        const ScreenWordsReader::Words firstWords = m_wordsReader->words(check.firstLanguagePath);
+        if (words && firstWords && LocalizationCheck::looksUnlocalized(*words, *firstWords))
+            warnings.append({check.language, firstLanguage, check.deviceFolder, check.file});
+    }
+    onMain([&](AppModel &m) {
+        QList<LocalizationWarning> kept = warnings;
+        try {
+            kept = m.recordLocalizationWarnings(warnings);
+        } catch (const AppError &error) {
+            // The run's pictures are fine; only the list could not be kept.
+            m.appendLog(QStringLiteral("Could not keep the localization warnings: ") + error.message());
+        }
+        qsizetype dismissed = 0;
+        for (const LocalizationWarning &warning : kept) {
+            if (warning.dismissed)
+                ++dismissed;
+            else
+                m.appendLog(warning.text());
+        }
+        if (dismissed > 0)
+            m.appendLog(QStringLiteral("%1 dismissed localization warnings not shown.").arg(dismissed));
+    });
 }
 
 void RecordedRun::replay(const QString &device, const QString &language, const QString &outputDirectory)
@@ -190,8 +278,9 @@ void RecordedRun::replay(const QString &device, const QString &language, const Q
     log(QStringLiteral("Replaying %1 checkpoints for %2").arg(m_project.screens.size()).arg(language));
     BuildCanceller canceller(m_cancelled);
     QPointer<AppModel> model = m_model;
+    ScreenWordsReader *wordsReader = m_wordsReader.get();
     XCUITestReplay::run(AppModel::replaySteps(m_project.screens), m_project.bundleId, device, m_workspace,
-                        outputDirectory, [model, language, device, outputDirectory](const QString &path) {
+                        outputDirectory, [model, language, device, outputDirectory, wordsReader](const QString &path) {
                             // Queued, not blocking: a burst of lines is counted in order
                             // without holding the build back.
                             QMetaObject::invokeMethod(
@@ -201,9 +290,13 @@ void RecordedRun::replay(const QString &device, const QString &language, const Q
                                         model->incrementRunProgress(language, device);
                                 },
                                 Qt::QueuedConnection);
-                            // The drift check needs this screenshot's thumbnail:
-                            // make it while the device works on the next one.
-                            ThumbnailCache::prefetch(QDir(outputDirectory).filePath(path));
+                            // The drift check needs this screenshot's thumbnail and
+                            // the localization check its words: both are made while
+                            // the device works on the next one.
+                            const QString screenshot = QDir(outputDirectory).filePath(path);
+                            ThumbnailCache::prefetch(screenshot);
+                            if (wordsReader)
+                                wordsReader->add(screenshot);
                         });
 }
 
@@ -262,8 +355,16 @@ void RecordedRun::checkScreenshots(const QString &outputDirectory, const QString
     });
 }
 
+// Before any ending: the model may be gone soon after, with the
+// recognition the background reads use.
+void RecordedRun::stopReadingWords()
+{
+    m_wordsReader.reset();
+}
+
 void RecordedRun::finishSucceeded()
 {
+    stopReadingWords();
     onMain([](AppModel &m) {
         m.appendLog(QStringLiteral("Recorded flow generation complete."));
         m.endRunSucceeded(QStringLiteral("Generated %1 of %2 screenshots.")
@@ -274,11 +375,13 @@ void RecordedRun::finishSucceeded()
 
 void RecordedRun::finishCancelled()
 {
+    stopReadingWords();
     onMain([](AppModel &m) { m.endRunCancelled(); });
 }
 
 void RecordedRun::finishFailed(const QString &description)
 {
+    stopReadingWords();
     onMain([&](AppModel &m) { m.endRunFailed(description); });
 }
 

@@ -20,6 +20,7 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <QtConcurrent/QtConcurrentRun>
+#include <algorithm>
 
 namespace {
 
@@ -77,6 +78,9 @@ ReviewPanel::ReviewPanel(const PanelContext &context, QWidget *parent)
     QAction *diagnostics = m_actions->add(QStringLiteral("Export &Diagnostics"), [&model] { model.exportDiagnostics(); });
     QAction *guide = m_actions->add(QStringLiteral("Customer &Guide"), [&model] { model.openCustomerGuide(); });
     QAction *refreshAction = m_actions->add(QStringLiteral("Refresh &Gallery"), [&model] { model.refreshReviewImages(); });
+    QAction *contactSheet = m_actions->add(QStringLiteral("Contact &Sheet"), [&model] { model.openContactSheet(); });
+    QAction *dismiss = m_actions->add(QStringLiteral("Dis&miss Warning"), [this] { dismissSelectedWarning(); },
+                                      [this] { return m_warnings->currentItem() != nullptr; });
 
     m_groups = new QListWidget;
     m_groups->setAccessibleName(QStringLiteral("Groups"));
@@ -120,6 +124,7 @@ ReviewPanel::ReviewPanel(const PanelContext &context, QWidget *parent)
     auto *right = new QSplitter(Qt::Vertical);
     right->addWidget(shown);
     right->addWidget(comparisonSection());
+    right->addWidget(warningsSection());
     right->setStretchFactor(0, 1);
     right->setChildrenCollapsible(false);
     auto *split = new QSplitter;
@@ -135,7 +140,7 @@ ReviewPanel::ReviewPanel(const PanelContext &context, QWidget *parent)
     buttons->addWidget(PanelActions::button(reveal, QStringLiteral("Re&veal")));
     buttons->addWidget(PanelActions::button(trash, QStringLiteral("Move to &Trash\u2026")));
     buttons->addStretch();
-    for (QAction *action : {refreshAction, diagnostics, guide})
+    for (QAction *action : {dismiss, contactSheet, refreshAction, diagnostics, guide})
         buttons->addWidget(PanelActions::button(action));
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(split, 1);
@@ -162,9 +167,49 @@ QWidget *ReviewPanel::comparisonSection()
     return box;
 }
 
+// The run's warnings that nobody has dismissed: one line each, as the run
+// log words them. Hidden when there are none.
+QWidget *ReviewPanel::warningsSection()
+{
+    m_warnings = new QListWidget;
+    m_warnings->setAccessibleName(QStringLiteral("Localization warnings"));
+    m_warnings->setMaximumHeight(110);
+    connect(m_warnings, &QListWidget::currentRowChanged, m_actions, &PanelActions::update);
+    auto *box = new QGroupBox(QStringLiteral("Localization warnings"));
+    auto *layout = new QVBoxLayout(box);
+    layout->addWidget(m_warnings);
+    box->setVisible(false);
+    m_warningsBox = box;
+    return box;
+}
+
+void ReviewPanel::refreshWarnings()
+{
+    const QList<LocalizationWarning> warnings = m_context.model.activeLocalizationWarnings();
+    const int row = m_warnings->currentRow();
+    const QSignalBlocker blocker(m_warnings);
+    m_warnings->clear();
+    for (const LocalizationWarning &warning : warnings) {
+        auto *item = new QListWidgetItem(warning.text(), m_warnings);
+        item->setData(Qt::UserRole, warning.file);
+        item->setData(Qt::UserRole + 1, warning.language);
+    }
+    if (!warnings.isEmpty())
+        m_warnings->setCurrentRow(std::clamp(row, 0, int(warnings.size()) - 1));
+    m_warningsBox->setVisible(!warnings.isEmpty());
+}
+
+void ReviewPanel::dismissSelectedWarning()
+{
+    if (const QListWidgetItem *item = m_warnings->currentItem())
+        m_context.model.dismissLocalizationWarning(item->data(Qt::UserRole).toString(),
+                                                   item->data(Qt::UserRole + 1).toString());
+}
+
 void ReviewPanel::refresh()
 {
     watchOutputFolder();
+    refreshWarnings();
     m_gallery->refresh();
     const bool empty = m_gallery->groups().isEmpty();
     m_empty->setVisible(empty);

@@ -1,8 +1,10 @@
 #pragma once
 // Review: the generated screenshots by language and device, those held back
 // for review first. A held-back screenshot is shown beside the checkpoint it
-// drifted from, with what differs highlighted. Also opening, revealing and
-// trashing screenshots, exporting diagnostics and the customer guide.
+// drifted from, with what differs highlighted. The localization warnings of
+// the last run, each of which can be dismissed, and the contact sheet of
+// the whole run. Also opening, revealing and trashing screenshots,
+// exporting diagnostics and the customer guide.
 
 #include "PanelActions.h"
 #include "app/ReviewImage.h"
@@ -29,6 +31,7 @@ public:
     QListWidget *groupList() const { return m_groups; }
     QListView *imageList() const { return m_images; }
     QWidget *comparison() const { return m_comparison; }
+    QListWidget *warningList() const { return m_warnings; }
     // Shows the screenshots held back for review, if there are any.
     void showNeedsReview();
     // For tests: lets the comparison being made finish.
@@ -44,7 +47,10 @@ private:
     static Comparison compare(const QString &drifted, const QString &reference, QSize size);
 
     QWidget *comparisonSection();
+    QWidget *warningsSection();
     void refresh();
+    void refreshWarnings();
+    void dismissSelectedWarning();
     void refreshGroups();
     void watchOutputFolder();
     void outputFolderChanged();
@@ -60,6 +66,8 @@ private:
     QListView *m_images = nullptr;
     QLabel *m_empty = nullptr;
     QWidget *m_comparison = nullptr;
+    QWidget *m_warningsBox = nullptr;
+    QListWidget *m_warnings = nullptr;
     QLabel *m_driftedView = nullptr;
     QLabel *m_referenceView = nullptr;
     QLabel *m_differenceView = nullptr;

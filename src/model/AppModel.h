@@ -13,6 +13,8 @@
 // background work do so through awaitFuture/awaitBackground (Await.h), which
 // keep the event loop running.
 
+#include "app/ContactSheet.h"
+#include "app/LocalizationWarning.h"
 #include "app/QuickStartRow.h"
 #include "app/Readiness.h"
 #include "app/ReviewImage.h"
@@ -491,6 +493,28 @@ public:
     std::optional<QString> reviewReferenceURL(const ReviewImage &image) const;
     void openReviewImage(const ReviewImage &image);
     void revealReviewImage(const ReviewImage &image);
+
+    // The localization check's warnings of the last run, kept beside the
+    // screenshots (LocalizationWarnings) and read fresh on every call.
+    QString localizationWarningsURL() const;
+    QList<LocalizationWarning> localizationWarnings() const; // dismissed ones marked
+    QList<LocalizationWarning> activeLocalizationWarnings() const; // not dismissed
+    // Stores a run's warnings, keeping earlier dismissals; returns them with
+    // the dismissals applied. Throws AppError.
+    QList<LocalizationWarning> recordLocalizationWarnings(const QList<LocalizationWarning> &warnings);
+    // Hides the warning of this checkpoint file and language for good (on
+    // every device). False, with lastError set, when it cannot be stored.
+    bool dismissLocalizationWarning(const QString &file, const QString &language);
+
+    // The contact sheet: per device folder, the project's checkpoints by its
+    // languages, as the output folder holds them now.
+    ContactSheet::Page contactSheetPage() const;
+    // Writes outputDirectory/index.html and its thumbnails (made off the main
+    // thread while the event loop runs); the page's location, or nothing
+    // with lastError set.
+    std::optional<QString> writeContactSheet();
+    void openContactSheet(); // writeContactSheet(), then open it in the default application
+
     // Writes workspace/diagnostics.txt; its location, or nothing (lastError set).
     std::optional<QString> writeDiagnostics();
     void exportDiagnostics(); // writeDiagnostics(), then reveal the file

@@ -4,6 +4,7 @@
 #include <tesseract/baseapi.h>
 #include <tesseract/resultiterator.h>
 
+#include <dlfcn.h>
 #include <memory>
 
 namespace TesseractTextRecognizer {
@@ -76,28 +77,73 @@ QList<RecognizedTextLine> readLines(tesseract::TessBaseAPI &api, QSize size)
     return lines;
 }
 
+// A Tesseract built with OpenMP splits every text line over four threads
+// that spin while they wait for each other. On a small machine that also
+// runs the device and the build, that costs several times the work itself
+// (a screenshot read in 0.15 s of processor time takes a second and more).
+// One thread per recognition is cheaper in total, and recognitions that
+// must go faster run side by side instead. The switch is looked up at run
+// time: a Tesseract without OpenMP brings no such library and needs none.
+void keepRecognitionOnOneThread()
+{
+    using SetMaxActiveLevels = void (*)(int);
+    if (auto set = reinterpret_cast<SetMaxActiveLevels>(dlsym(RTLD_DEFAULT, "omp_set_max_active_levels")))
+        set(0); // no parallel region becomes active: each runs on the thread that enters it
+}
+
+// One engine per thread, made on its first recognition and kept: loading
+// the language model costs more than reading a screen. An engine serves one
+// thread at a time, so threads never share one.
+class Engine
+{
+public:
+    Engine()
+    {
+        keepRecognitionOnOneThread();
+        // Keep the engine's chatter (resolution guesses and the like) off the terminal.
+        m_api.SetVariable("debug_file", "/dev/null");
+        m_ready = m_api.Init(nullptr, "eng", tesseract::OEM_LSTM_ONLY) == 0;
+        // Screens are scattered labels and buttons, not paragraphs.
+        m_api.SetPageSegMode(tesseract::PSM_SPARSE_TEXT);
+    }
+    ~Engine() { m_api.End(); }
+    Engine(const Engine &) = delete;
+    Engine &operator=(const Engine &) = delete;
+
+    QList<RecognizedTextLine> read(Pix *pix)
+    {
+        if (!m_ready)
+            return {};
+        m_api.SetImage(pix);
+        m_api.SetSourceResolution(144);
+        QList<RecognizedTextLine> lines;
+        if (m_api.Recognize(nullptr) == 0)
+            lines = readLines(m_api, QSize(pixGetWidth(pix), pixGetHeight(pix)));
+        m_api.Clear(); // the image and the results, not the model
+        return lines;
+    }
+
+private:
+    tesseract::TessBaseAPI m_api;
+    bool m_ready = false;
+};
+
+Engine &threadEngine()
+{
+    thread_local Engine engine;
+    return engine;
+}
+
 } // namespace
 
 QList<RecognizedTextLine> recognize(const QImage &image)
 {
     if (image.isNull() || image.width() < 1 || image.height() < 1)
         return {};
-    tesseract::TessBaseAPI api;
-    // Keep the engine's chatter (resolution guesses and the like) off the terminal.
-    api.SetVariable("debug_file", "/dev/null");
-    if (api.Init(nullptr, "eng", tesseract::OEM_LSTM_ONLY) != 0)
-        return {};
-    api.SetPageSegMode(tesseract::PSM_SPARSE_TEXT);
     PixPointer pix = greyPix(image);
     if (!pix)
         return {};
-    api.SetImage(pix.get());
-    api.SetSourceResolution(144);
-    if (api.Recognize(nullptr) != 0)
-        return {};
-    QList<RecognizedTextLine> lines = readLines(api, QSize(pixGetWidth(pix.get()), pixGetHeight(pix.get())));
-    api.End();
-    return lines;
+    return threadEngine().read(pix.get());
 }
 
 } // namespace TesseractTextRecognizer

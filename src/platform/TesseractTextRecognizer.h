@@ -1,7 +1,7 @@
 #pragma once
 // Text recognition with Tesseract (line level), for desktops without a text
-// recogniser of their own. Safe to call from any thread: every call uses its
-// own engine.
+// recogniser of their own. Safe to call from any thread: every thread keeps
+// an engine of its own, loaded on its first call.
 
 #include "platform/PlatformServices.h"
 

@@ -101,6 +101,19 @@ Run DeviceWorld::xcrun(const QStringList &arguments) const
     return run(m_dir.filePath(QStringLiteral("bin/xcrun")), arguments, {});
 }
 
+QString DeviceWorld::recordTabFlow(const QStringList &languages) const
+{
+    QList<QStringList> steps{{QStringLiteral("attach")}, {QStringLiteral("select-app"), demoBundleId}};
+    for (const QString &language : languages)
+        steps.append({QStringLiteral("languages"), QStringLiteral("toggle"), language});
+    for (const QStringList &step : steps)
+        if (const Run result = vantrel(step); result.status != 0)
+            return step.join(QLatin1Char(' ')) + QStringLiteral(": ") + result.err;
+    const Run recorded = record("checkpoint trips\ntap 147 790\ncheckpoint explore\ntap 245 790\ncheckpoint saved\n"
+                                "tap 343 790\ncheckpoint settings\nstop\n");
+    return recorded.status == 0 ? QString() : QStringLiteral("record: ") + recorded.err;
+}
+
 QJsonObject DeviceWorld::savedProject() const
 {
     return QJsonDocument::fromJson(TestSupport::readFile(root() + QStringLiteral("/.quillmark/project.json"))).object();

@@ -26,6 +26,11 @@ inline const QString iPadUdid = QStringLiteral("B8F02D6C-1E7A-4C39-8D25-3A9E6F0C
 inline const QString demoBundleId = QStringLiteral("com.vantrel.demo.Trips");
 inline const QString demoAppName = QStringLiteral("Trips Caf\u00e9");
 
+// The demo app's tab bar recorded as four checkpoints, one per tab, and the
+// screenshots a run of it makes per language and device.
+inline const QStringList tabScreenshots{QStringLiteral("01-trips.png"), QStringLiteral("02-explore.png"),
+                                        QStringLiteral("03-saved.png"), QStringLiteral("04-settings.png")};
+
 // The PNG files below `folder`, as sorted paths relative to it.
 QStringList pngsUnder(const QString &folder);
 
@@ -61,6 +66,10 @@ public:
     Run devicesim(const QStringList &arguments, const QHash<QString, QString> &extra = {}) const;
     // The stand-in answering as xcrun, as the product would call it.
     Run xcrun(const QStringList &arguments) const;
+
+    // Attaches the phone, chooses the demo app, adds `languages` to en-US and
+    // records the tab bar (tabScreenshots). What failed, or empty.
+    QString recordTabFlow(const QStringList &languages) const;
 
     // The current project as saved (workspace/project.json).
     QJsonObject savedProject() const;

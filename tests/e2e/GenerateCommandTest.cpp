@@ -18,12 +18,8 @@ namespace {
 
 const QString device = QStringLiteral("iPhone-15-Pro");
 const QStringList languages{QStringLiteral("en-US"), QStringLiteral("de-DE"), QStringLiteral("fr-FR")};
-const QStringList screenshots{QStringLiteral("01-trips.png"), QStringLiteral("02-explore.png"),
-                              QStringLiteral("03-saved.png"), QStringLiteral("04-settings.png")};
+const QStringList &screenshots = tabScreenshots;
 
-// The demo app's tab bar: four checkpoints, one per tab.
-const QByteArray tabFlow = "checkpoint trips\ntap 147 790\ncheckpoint explore\ntap 245 790\ncheckpoint saved\n"
-                           "tap 343 790\ncheckpoint settings\nstop\n";
 
 } // namespace
 
@@ -42,12 +38,8 @@ private slots:
         if (TestSupport::realToolShadowsStandIn())
             QSKIP("real simulator tools would answer instead of the device stand-in");
         m_world = std::make_unique<DeviceWorld>();
-        QCOMPARE(m_world->vantrel({"attach"}).status, 0);
-        QCOMPARE(m_world->vantrel({"select-app", demoBundleId}).status, 0);
-        QCOMPARE(m_world->vantrel({"languages", "toggle", "de-DE"}).status, 0);
-        QCOMPARE(m_world->vantrel({"languages", "toggle", "fr-FR"}).status, 0);
-        const Run recorded = m_world->record(tabFlow);
-        QVERIFY2(recorded.status == 0, qPrintable(recorded.err));
+        const QString failed = m_world->recordTabFlow({"de-DE", "fr-FR"});
+        QVERIFY2(failed.isEmpty(), qPrintable(failed));
         m_output = m_world->savedProject().value("outputDirectory").toString();
         QCOMPARE(pngsUnder(m_output + "/manual"), screenshots);
     }

@@ -270,6 +270,43 @@ private slots:
         QCOMPARE(f.window->review()->galleryModel()->rowCount(), 2);
     }
 
+    void reviewDismissesWarningsAndOpensTheContactSheet()
+    {
+        GuiFixture f;
+        GuiTest::addCheckpoint(*f.model, QStringLiteral("home"));
+        f.model->project.languages = {QStringLiteral("en-US"), QStringLiteral("ja-JP")};
+        const QString out = f.model->project.outputDirectory;
+        for (const char *language : {"en-US", "ja-JP"})
+            GuiTest::writeImage(out + QStringLiteral("/%1/iPhone 15/01-home.png").arg(language), Qt::white);
+        f.model->recordLocalizationWarnings({{"ja-JP", "en-US", "iPhone 15", "01-home.png"}});
+        f.model->refreshReviewImages();
+        f.window->showPanel(MainWindow::reviewPanel);
+        settle();
+        ReviewPanel *review = f.window->review();
+        QCOMPARE(review->warningList()->count(), 1);
+        QCOMPARE(review->warningList()->item(0)->text(),
+                 QStringLiteral("ja-JP iPhone 15/01-home.png looks the same as en-US: is the app localized for ja-JP?"));
+        QVERIFY(review->warningList()->isVisible());
+
+        QAction *dismiss = GuiTest::action(review->actions(), "Dismiss Warning");
+        QVERIFY(dismiss->isEnabled());
+        dismiss->trigger();
+        settle();
+        QCOMPARE(review->warningList()->count(), 0);
+        QVERIFY(!review->warningList()->isVisible());
+        QVERIFY(!dismiss->isEnabled());
+        QVERIFY(f.model->activeLocalizationWarnings().isEmpty());
+        QCOMPARE(f.model->localizationWarnings().size(), 1); // kept, marked dismissed
+
+        GuiTest::action(review->actions(), "Contact Sheet")->trigger();
+        settle();
+        const QString page = out + QStringLiteral("/index.html");
+        QCOMPARE(f.platform->opened, QStringList{page});
+        const QString html = QString::fromUtf8(TestSupport::readFile(page));
+        for (const char *language : {"en-US", "ja-JP"})
+            QVERIFY(html.contains(QStringLiteral("href=\"%1/iPhone%2015/01-home.png\"").arg(language)));
+    }
+
     void bannerIsDismissed()
     {
         GuiFixture f;
