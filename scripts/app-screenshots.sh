@@ -77,12 +77,14 @@ xdotool windowmove --sync "$simulator" 1180 60
 "$build/src/gui/vantrel-app" --root "$root" >"$work/app.log" 2>&1 &
 app_pid=$!
 
-window=""
-for _ in $(seq 100); do
-    window="$(xdotool search --name '^Vantrel — ' 2>/dev/null | head -n 1 || true)"
-    [ -n "$window" ] && break
-    sleep 0.1
-done
+# The first visible window whose title matches $1, waiting up to 10 s.
+find_window() {
+    for _ in $(seq 100); do
+        if xdotool search --onlyvisible --name "$1" 2>/dev/null | head -n 1; then return 0; fi
+        sleep 0.1
+    done
+}
+window="$(find_window '^Vantrel — ')"
 if [ -z "$window" ]; then
     echo "The Vantrel window did not appear: $(cat "$work/app.log")" >&2
     exit 1
@@ -125,12 +127,8 @@ xcrun simctl terminate "$udid" com.vantrel.demo.Trips >/dev/null 2>&1 || true
 xcrun simctl launch "$udid" com.vantrel.demo.Trips -AppleLanguages "(en)" -AppleLocale en_US >/dev/null
 key ctrl+2
 key ctrl+r
-recorder=""
-for _ in $(seq 100); do
-    recorder="$(xdotool search --name '^Recorder$' 2>/dev/null | head -n 1 || true)"
-    [ -n "$recorder" ] && break
-    sleep 0.1
-done
+recorder="$(find_window '^Recorder$')"
+[ -n "$recorder" ] || { echo "The Recorder panel did not appear: $(cat "$work/app.log")" >&2; exit 1; }
 sleep 2
 eval "$(xdotool getwindowgeometry --shell "$simulator")"
 # The Explore tab (147, 790 in points): the device screen fills the window's

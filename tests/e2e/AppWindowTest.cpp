@@ -25,9 +25,7 @@ class RunningApp
 public:
     RunningApp(const DeviceWorld &world, const QHash<QString, QString> &extra)
     {
-        m_process.setProcessEnvironment(world.environment(extra));
-        m_process.setWorkingDirectory(world.scratch());
-        m_process.start(TestSupport::appBinary(), {});
+        world.start(m_process, TestSupport::appBinary(), {}, extra);
     }
 
     ~RunningApp()
@@ -94,12 +92,10 @@ private slots:
         if (!display.problem().isEmpty())
             QSKIP(qPrintable(display.problem()));
         DeviceWorld world;
-        QHash<QString, QString> env = privateHome(world);
-        env.insert(display.environment());
+        QHash<QString, QString> env = privateDesktop(world, display);
 
         QProcess simulator;
-        simulator.setProcessEnvironment(world.environment(env));
-        simulator.start(TestSupport::devicesimBinary(), {"window"});
+        world.start(simulator, TestSupport::devicesimBinary(), {"window"}, env);
         const QStringList simulators = display.waitForWindows("Simulator");
         QVERIFY2(simulators.size() == 1, qPrintable(QString::fromUtf8(simulator.readAllStandardError())));
         const QString simulatorWindow = simulators.first();
@@ -178,8 +174,7 @@ private slots:
         if (!display.problem().isEmpty())
             QSKIP(qPrintable(display.problem()));
         DeviceWorld world;
-        QHash<QString, QString> env = privateHome(world);
-        env.insert(display.environment());
+        QHash<QString, QString> env = privateDesktop(world, display);
         QCOMPARE(world.vantrel({"attach"}, env).status, 0);
         QCOMPARE(world.record("checkpoint home\ntap 147 790\ncheckpoint explore\nstop\n", env).status, 0);
         QCOMPARE(world.devicesim({"fault", "set", "slow-build", "60"}).status, 0);

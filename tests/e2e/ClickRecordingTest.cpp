@@ -29,9 +29,7 @@ class LiveRecorder
 public:
     LiveRecorder(const DeviceWorld &world, const QHash<QString, QString> &extra)
     {
-        m_process.setProcessEnvironment(world.environment(extra));
-        m_process.setWorkingDirectory(world.scratch());
-        m_process.start(TestSupport::vantrelBinary(), {"record", "--clicks"});
+        world.start(m_process, TestSupport::vantrelBinary(), {"record", "--clicks"}, extra);
     }
 
     ~LiveRecorder()
@@ -137,13 +135,11 @@ private slots:
         if (!display.problem().isEmpty())
             QSKIP(qPrintable(display.problem()));
         DeviceWorld world;
-        QHash<QString, QString> env = privateHome(world);
-        env.insert(display.environment());
+        QHash<QString, QString> env = privateDesktop(world, display);
         QCOMPARE(world.vantrel({"attach"}, env).status, 0);
 
         QProcess simulator;
-        simulator.setProcessEnvironment(world.environment(env));
-        simulator.start(TestSupport::devicesimBinary(), {"window"});
+        world.start(simulator, TestSupport::devicesimBinary(), {"window"}, env);
         const QStringList windows = display.waitForWindows("Simulator");
         QVERIFY2(windows.size() == 1, qPrintable(QString::fromUtf8(simulator.readAllStandardError())));
         const QString window = windows.first();
@@ -270,8 +266,7 @@ private slots:
         if (!display.problem().isEmpty())
             QSKIP(qPrintable(display.problem()));
         DeviceWorld world;
-        QHash<QString, QString> env = privateHome(world);
-        env.insert(display.environment());
+        QHash<QString, QString> env = privateDesktop(world, display);
         QCOMPARE(world.vantrel({"attach"}, env).status, 0);
         LiveRecorder recorder(world, env);
         QVERIFY2(recorder.next("^Recording\\. One command per line").hasMatch(), qPrintable(recorder.errors()));

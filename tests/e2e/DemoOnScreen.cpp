@@ -55,6 +55,13 @@ QHash<QString, QString> privateHome(const DeviceWorld &world)
     return {{QStringLiteral("HOME"), home}, {QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/.local/share")}};
 }
 
+QHash<QString, QString> privateDesktop(const DeviceWorld &world, const XDisplay &display)
+{
+    QHash<QString, QString> env = privateHome(world);
+    env.insert(display.environment());
+    return env;
+}
+
 QJsonObject demoSession(const DeviceWorld &world)
 {
     for (const QJsonValue &device : world.standInState()[QStringLiteral("devices")].toArray()) {

@@ -4,6 +4,7 @@
 // recording saved, for the tests that click through it.
 
 #include "E2ESupport.h"
+#include "XDisplay.h"
 
 #include <QJsonObject>
 #include <QPointF>
@@ -25,6 +26,8 @@ bool within1(const QPointF &a, const QPointF &b);
 
 // HOME and XDG_DATA_HOME inside the world's scratch folder (the Trash lives there).
 QHash<QString, QString> privateHome(const DeviceWorld &world);
+// That, and DISPLAY: the environment of programs on the test's own desktop.
+QHash<QString, QString> privateDesktop(const DeviceWorld &world, const XDisplay &display);
 
 // The demo app's session on the booted iPhone, as the stand-in keeps it.
 QJsonObject demoSession(const DeviceWorld &world);

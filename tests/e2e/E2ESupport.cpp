@@ -86,9 +86,15 @@ Run DeviceWorld::record(const QByteArray &script, const QHash<QString, QString> 
 
 void DeviceWorld::startVantrel(QProcess &process, const QStringList &arguments) const
 {
-    process.setProcessEnvironment(environment());
+    start(process, TestSupport::vantrelBinary(), arguments);
+}
+
+void DeviceWorld::start(QProcess &process, const QString &program, const QStringList &arguments,
+                        const QHash<QString, QString> &extra) const
+{
+    process.setProcessEnvironment(environment(extra));
     process.setWorkingDirectory(scratch());
-    process.start(TestSupport::vantrelBinary(), arguments);
+    process.start(program, arguments);
 }
 
 Run DeviceWorld::devicesim(const QStringList &arguments, const QHash<QString, QString> &extra) const

@@ -62,6 +62,9 @@ public:
     Run record(const QByteArray &script, const QHash<QString, QString> &extra = {}) const;
     // Starts vantrel without waiting (for long runs that a test cancels).
     void startVantrel(QProcess &process, const QStringList &arguments) const;
+    // Starts any program of this world without waiting.
+    void start(QProcess &process, const QString &program, const QStringList &arguments,
+               const QHash<QString, QString> &extra = {}) const;
     // Set-up and inspection of the stand-in: devicesim device add, fault set, state...
     Run devicesim(const QStringList &arguments, const QHash<QString, QString> &extra = {}) const;
     // The stand-in answering as xcrun, as the product would call it.
