@@ -25,6 +25,7 @@ int registerTest(const char *name, const QMetaObject *metaObject, Factory factor
 
 QString vantrelBinary() { return QStringLiteral(VANTREL_CLI_BINARY); }
 QString devicesimBinary() { return QStringLiteral(VANTREL_DEVICESIM_BINARY); }
+QString appBinary() { return QStringLiteral(VANTREL_APP_BINARY); }
 
 QString writeFile(const QString &path, const QByteArray &bytes)
 {

@@ -26,6 +26,7 @@ const std::vector<RegisteredTest> &registeredTests();
 // Absolute paths of the freshly built programs, as CMake passed them.
 QString vantrelBinary();
 QString devicesimBinary();
+QString appBinary(); // vantrel-app, the desktop application
 
 // Writes a file (creating parent folders) and returns its path; a failure
 // fails the running test with the reason.

@@ -88,6 +88,8 @@ QVariant CheckpointListModel::data(const QModelIndex &index, int role) const
         if (const std::optional<QPixmap> thumbnail = m_thumbnails.thumbnail(row.image))
             return *thumbnail;
         return {};
+    case Qt::SizeHintRole:
+        return m_thumbnails.cellSize();
     case Qt::ToolTipRole: {
         QString tip = QFileInfo(row.image).fileName();
         if (!QFileInfo::exists(row.image))

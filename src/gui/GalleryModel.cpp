@@ -93,6 +93,8 @@ QVariant GalleryModel::data(const QModelIndex &index, int role) const
         if (const std::optional<QPixmap> thumbnail = m_thumbnails.thumbnail(image.url))
             return *thumbnail;
         return {};
+    case Qt::SizeHintRole:
+        return m_thumbnails.cellSize();
     case Qt::ToolTipRole:
         return image.note.isEmpty() ? image.relativePath : image.relativePath + QLatin1Char('\n') + image.note;
     case RelativePathRole:

@@ -54,9 +54,10 @@ LibraryPanel::LibraryPanel(const PanelContext &context, QWidget *parent)
     connect(m_snapshots, &QListWidget::currentRowChanged, m_actions, &PanelActions::update);
 
     auto *projectButtons = new QGridLayout;
-    projectButtons->addWidget(PanelActions::button(m_new), 0, 0);
-    projectButtons->addWidget(PanelActions::button(rename), 0, 1);
-    projectButtons->addWidget(PanelActions::button(remove), 0, 2);
+    // The sidebar is narrow: the menu items say "Project", the heading does here.
+    projectButtons->addWidget(PanelActions::button(m_new, QStringLiteral("&New\u2026")), 0, 0);
+    projectButtons->addWidget(PanelActions::button(rename, QStringLiteral("&Rename\u2026")), 0, 1);
+    projectButtons->addWidget(PanelActions::button(remove, QStringLiteral("&Delete\u2026")), 0, 2);
     auto *snapshotButtons = new QGridLayout;
     snapshotButtons->addWidget(PanelActions::button(create), 0, 0);
     snapshotButtons->addWidget(PanelActions::button(restore), 0, 1);

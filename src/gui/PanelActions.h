@@ -1,7 +1,9 @@
 #pragma once
 // A panel's actions: each runs one model operation, is offered both as a
 // button in the panel and as a menu item, and is enabled only when its
-// operation makes sense and no other operation is running.
+// operation makes sense and no other operation is running. They follow the
+// model even while their panel is hidden: their menu items and shortcuts
+// (Ctrl+R, Ctrl+S) work from every panel and from the recorder panel.
 
 #include "PanelContext.h"
 
@@ -23,11 +25,14 @@ public:
     QAction *add(const QString &text, std::function<void()> operation, std::function<bool()> enabledWhen = {},
                  bool whileBusy = false);
     const QList<QAction *> &all() const { return m_actions; }
+    // `action`'s text, asked again on every refresh (Start or Stop Recording).
+    void setTextWhen(QAction *action, std::function<QString()> text);
     // Re-evaluates which actions are enabled.
     void update();
 
-    // A push button that shows and triggers `action`.
-    static QPushButton *button(QAction *action, QWidget *parent = nullptr);
+    // A push button that shows and triggers `action`; `label` (if given)
+    // replaces the action's text where room is short, as in the sidebar.
+    static QPushButton *button(QAction *action, const QString &label = {});
 
 private:
     struct Rule
@@ -35,6 +40,7 @@ private:
         QAction *action;
         std::function<bool()> enabledWhen;
         bool whileBusy;
+        std::function<QString()> text;
     };
 
     const PanelContext &m_context;

@@ -48,6 +48,9 @@ QWidget *RecordPanel::recordingSection()
     m_toggle = m_actions->add(QStringLiteral("Start &Recording"), [this] { toggleRecording(); });
     m_toggle->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
     m_toggle->setShortcutContext(Qt::ApplicationShortcut);
+    m_actions->setTextWhen(m_toggle, [&model] {
+        return model.isRecordingFlow ? QStringLiteral("Stop &Recording") : QStringLiteral("Start &Recording");
+    });
     m_save = m_actions->add(QStringLiteral("&Save Checkpoint"), [this] { saveCheckpoint(); },
                             [&model] { return model.attachedDeviceID().has_value(); });
     m_save->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_S));
@@ -115,7 +118,7 @@ QWidget *RecordPanel::checkpointSection()
     m_checkpoints->setResizeMode(QListView::Adjust);
     m_checkpoints->setMovement(QListView::Snap);
     m_checkpoints->setIconSize(m_context.thumbnails.size());
-    m_checkpoints->setGridSize(m_context.thumbnails.size() + QSize(40, 44));
+    m_checkpoints->setGridSize(m_context.thumbnails.cellSize());
     m_checkpoints->setUniformItemSizes(true);
     m_checkpoints->setDragDropMode(QAbstractItemView::InternalMove);
     m_checkpoints->setDefaultDropAction(Qt::MoveAction);
@@ -125,10 +128,14 @@ QWidget *RecordPanel::checkpointSection()
     connect(m_checkpointModel, &QAbstractItemModel::modelReset, m_actions, &PanelActions::update);
 
     auto *buttons = new QHBoxLayout;
-    for (QAction *action : {rename, retake, remove, earlier, later})
-        buttons->addWidget(PanelActions::button(action));
+    // Short labels under the "Checkpoints" heading; the menu says it in full.
+    buttons->addWidget(PanelActions::button(rename, QStringLiteral("Re&name\u2026")));
+    buttons->addWidget(PanelActions::button(retake, QStringLiteral("Re&take")));
+    buttons->addWidget(PanelActions::button(remove, QStringLiteral("&Delete\u2026")));
+    buttons->addWidget(PanelActions::button(earlier, QStringLiteral("Move &Earlier")));
+    buttons->addWidget(PanelActions::button(later, QStringLiteral("Move &Later")));
     buttons->addStretch();
-    buttons->addWidget(PanelActions::button(reset));
+    buttons->addWidget(PanelActions::button(reset, QStringLiteral("Reset &Flow\u2026")));
     auto *layout = new QVBoxLayout;
     layout->addWidget(new QLabel(QStringLiteral("Drag a checkpoint to change the order of the flow.")));
     layout->addWidget(m_checkpoints, 1);
@@ -141,7 +148,6 @@ QWidget *RecordPanel::checkpointSection()
 void RecordPanel::refresh()
 {
     const AppModel &model = m_context.model;
-    m_toggle->setText(model.isRecordingFlow ? QStringLiteral("Stop &Recording") : QStringLiteral("Start &Recording"));
     m_status->setText(model.simulatorEventRecordingStatus);
     const QStringList pending = model.pendingOperationDescriptions();
     m_pending->setText(pending.isEmpty() ? QStringLiteral("nothing yet") : pending.join(QStringLiteral("; ")));

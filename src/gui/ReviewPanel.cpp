@@ -24,8 +24,9 @@
 
 namespace {
 
-// How large each of the three pictures of a comparison is drawn.
-const QSize comparisonSize(220, 476);
+// How large each of the three pictures of a comparison is drawn: small
+// enough that a row of thumbnails stays in view above them.
+const QSize comparisonSize(140, 303);
 
 QImage readScaled(const QString &path, QSize bound)
 {
@@ -97,7 +98,7 @@ ReviewPanel::ReviewPanel(const PanelContext &context, QWidget *parent)
     m_images->setMovement(QListView::Static);
     m_images->setUniformItemSizes(true);
     m_images->setIconSize(thumbnail);
-    m_images->setGridSize(thumbnail + QSize(40, 44));
+    m_images->setGridSize(context.thumbnails.cellSize());
     m_images->setSelectionMode(QAbstractItemView::SingleSelection);
     m_images->setAccessibleName(QStringLiteral("Screenshots"));
     connect(m_images->selectionModel(), &QItemSelectionModel::currentChanged, this, &ReviewPanel::selectionChanged);
@@ -114,23 +115,33 @@ ReviewPanel::ReviewPanel(const PanelContext &context, QWidget *parent)
     m_empty = new QLabel(QStringLiteral("No generated screenshots yet. Generate them in the Generate panel."));
     m_empty->setAlignment(Qt::AlignCenter);
 
-    auto *right = new QWidget;
-    auto *rightLayout = new QVBoxLayout(right);
-    rightLayout->setContentsMargins(0, 0, 0, 0);
-    rightLayout->addWidget(m_empty);
-    rightLayout->addWidget(m_images, 2);
-    rightLayout->addWidget(comparisonSection(), 0);
-    rightLayout->addWidget(warningsSection(), 0);
+    auto *shown = new QWidget;
+    auto *shownLayout = new QVBoxLayout(shown);
+    shownLayout->setContentsMargins(0, 0, 0, 0);
+    shownLayout->addWidget(m_empty);
+    shownLayout->addWidget(m_images);
+    shownLayout->addWidget(warningsSection(dismiss), 0);
+    // The user may give the comparison more room than the thumbnails.
+    auto *right = new QSplitter(Qt::Vertical);
+    right->addWidget(shown);
+    right->addWidget(comparisonSection());
+    right->setStretchFactor(0, 1);
+    right->setChildrenCollapsible(false);
     auto *split = new QSplitter;
     split->addWidget(m_groups);
     split->addWidget(right);
     split->setStretchFactor(1, 1);
+    split->setSizes({190, 800}); // the group names are short; the pictures need the room
 
     auto *buttons = new QHBoxLayout;
-    for (QAction *action : {open, reveal, trash})
-        buttons->addWidget(PanelActions::button(action));
+    // Short labels: the buttons act on the selected screenshot, and the row
+    // must fit beside the sidebar in a small window.
+    buttons->addWidget(PanelActions::button(open, QStringLiteral("&Open")));
+    buttons->addWidget(PanelActions::button(reveal, QStringLiteral("Re&veal")));
+    buttons->addWidget(PanelActions::button(trash, QStringLiteral("Move to &Trash\u2026")));
     buttons->addStretch();
-    for (QAction *action : {dismiss, contactSheet, refreshAction, diagnostics, guide})
+    buttons->addWidget(PanelActions::button(contactSheet));
+    for (QAction *action : {refreshAction, diagnostics, guide})
         buttons->addWidget(PanelActions::button(action));
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(split, 1);
@@ -138,6 +149,7 @@ ReviewPanel::ReviewPanel(const PanelContext &context, QWidget *parent)
 
     connect(m_folderWatcher, &QFileSystemWatcher::directoryChanged, this, &ReviewPanel::outputFolderChanged);
     connect(&m_comparisonJob, &QFutureWatcher<Comparison>::finished, this, &ReviewPanel::comparisonReady);
+    refreshGroups(); // the gallery may have found its groups before this panel listened
     context.watcher.watch(this, [this] { refresh(); });
 }
 
@@ -158,15 +170,17 @@ QWidget *ReviewPanel::comparisonSection()
 
 // The run's warnings that nobody has dismissed: one line each, as the run
 // log words them. Hidden when there are none.
-QWidget *ReviewPanel::warningsSection()
+// Dismiss sits beside the list it acts on, not in the panel's button row.
+QWidget *ReviewPanel::warningsSection(QAction *dismiss)
 {
     m_warnings = new QListWidget;
     m_warnings->setAccessibleName(QStringLiteral("Localization warnings"));
     m_warnings->setMaximumHeight(110);
     connect(m_warnings, &QListWidget::currentRowChanged, m_actions, &PanelActions::update);
     auto *box = new QGroupBox(QStringLiteral("Localization warnings"));
-    auto *layout = new QVBoxLayout(box);
-    layout->addWidget(m_warnings);
+    auto *layout = new QHBoxLayout(box);
+    layout->addWidget(m_warnings, 1);
+    layout->addWidget(PanelActions::button(dismiss, QStringLiteral("Dis&miss")), 0, Qt::AlignTop);
     box->setVisible(false);
     m_warningsBox = box;
     return box;

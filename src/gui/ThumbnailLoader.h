@@ -25,6 +25,10 @@ public:
     ~ThumbnailLoader() override;
 
     QSize size() const { return m_size; }
+    // The room one thumbnail takes in a list with its caption below it: the
+    // lists' grid and their items' size, known before any thumbnail is
+    // decoded, so that the first layout already leaves room for the pictures.
+    QSize cellSize() const { return m_size + QSize(40, 44); }
 
     // The thumbnail when it is ready; otherwise decoding starts and ready()
     // follows. Nothing as well for a file that is missing or no image.

@@ -302,6 +302,14 @@ public:
     // The desktop's monitor ended by itself (its display went away): the
     // recording stops and lastError says why.
     void handleSimulatorEventMonitorEnded(const QString &reason);
+    // Ends a recording that cannot go on, keeping the saved checkpoints, and
+    // tells why.
+    void stopFlowRecordingBecause(const QString &reason);
+    // After a recorded action: the preview shows the screen the app moved
+    // to; when it cannot be taken because the attached simulator is no
+    // longer booted, the recording stops instead of recording clicks on
+    // whatever the Simulator window shows next.
+    void refreshPreviewAfterRecordedAction();
     // `event.location` is the pointer position when the event happened.
     void handleSimulatorMouseEvent(const DesktopMouseEvent &event, ReferenceSeconds now = ReferenceDate::now());
     std::optional<OperationDraft> recordedDelayOperation(ReferenceSeconds actionDate) const;

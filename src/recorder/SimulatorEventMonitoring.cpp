@@ -57,9 +57,26 @@ void AppModel::startSimulatorEventMonitoring()
 void AppModel::handleSimulatorEventMonitorEnded(const QString &reason)
 {
     simulatorEventMonitorInstalled = false; // nothing left to remove
+    stopFlowRecordingBecause(reason);
+}
+
+void AppModel::stopFlowRecordingBecause(const QString &reason)
+{
     if (isRecordingFlow)
         stopFlowRecording(); // the checkpoints saved so far stay
     setLastError(reason + QStringLiteral(" Recording stopped; the checkpoints saved so far are kept."));
+}
+
+void AppModel::refreshPreviewAfterRecordedAction()
+{
+    refreshRecorderPreview();
+    const std::optional<QString> device = attachedDeviceID();
+    if (!isRecordingFlow || !lastError || !device)
+        return;
+    // Only a failed preview costs the extra look at the device list.
+    refreshDevices();
+    if (deviceState(*device) != QLatin1String("Booted"))
+        stopFlowRecordingBecause(displayNameForDeviceID(*device) + QStringLiteral(" is no longer booted."));
 }
 
 void AppModel::stopSimulatorEventMonitoring()
@@ -102,5 +119,5 @@ void AppModel::handleSimulatorMouseEvent(const DesktopMouseEvent &event, Referen
     appendRecordedOperation(operation, now);
     simulatorEventRecordingStatus = QStringLiteral("Recorded ") + OperationDescription::text(operation);
     notifyChanged();
-    QTimer::singleShot(previewDelayMilliseconds, this, [this] { refreshRecorderPreview(); });
+    QTimer::singleShot(previewDelayMilliseconds, this, [this] { refreshPreviewAfterRecordedAction(); });
 }

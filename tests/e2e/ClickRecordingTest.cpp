@@ -3,6 +3,7 @@
 // to the desktop, and xdotool clicks and drags at points computed from the
 // window's geometry while checkpoints are saved on standard input.
 
+#include "DemoOnScreen.h"
 #include "E2ESupport.h"
 #include "TestSupport.h"
 #include "XDisplay.h"
@@ -21,53 +22,6 @@
 using namespace E2E;
 
 namespace {
-
-// The default world's iPhone 15 Pro, in points.
-const QSizeF iPhone(393, 852);
-
-// Where the device screen sits in a Simulator window's client area (root
-// coordinates): below a title strip of min(height x 0.18, 34) pixels, its
-// aspect ratio fitted and centred.
-QRectF screenRect(const QRect &window)
-{
-    const double strip = std::min(window.height() * 0.18, 34.0);
-    const QRectF content(window.x(), window.y() + strip, window.width(), window.height() - strip);
-    const double aspect = iPhone.width() / iPhone.height();
-    const QSizeF fitted = aspect < content.width() / content.height()
-                              ? QSizeF(aspect * content.height(), content.height())
-                              : QSizeF(content.width(), content.width() / aspect);
-    QRectF rect(QPointF(), fitted);
-    rect.moveCenter(content.center());
-    return rect;
-}
-
-// The root pixel over a device point, and the device point under a pixel.
-QPoint pixelFor(const QPointF &point, const QRect &window)
-{
-    const QRectF screen = screenRect(window);
-    return QPointF(screen.x() + point.x() / iPhone.width() * screen.width(),
-                   screen.y() + point.y() / iPhone.height() * screen.height())
-        .toPoint();
-}
-
-QPointF pointAt(const QPoint &pixel, const QRect &window)
-{
-    const QRectF screen = screenRect(window);
-    return {(pixel.x() - screen.x()) / screen.width() * iPhone.width(),
-            (pixel.y() - screen.y()) / screen.height() * iPhone.height()};
-}
-
-bool within1(const QPointF &a, const QPointF &b)
-{
-    return std::abs(a.x() - b.x()) <= 1 && std::abs(a.y() - b.y()) <= 1;
-}
-
-QHash<QString, QString> privateHome(const DeviceWorld &world)
-{
-    const QString home = world.scratch() + "/home";
-    QDir().mkpath(home + "/.local/share");
-    return {{"HOME", home}, {"XDG_DATA_HOME", home + "/.local/share"}};
-}
 
 // `vantrel record --clicks` with its standard input held by the test.
 class LiveRecorder
@@ -146,62 +100,9 @@ private:
     qsizetype m_taken = 0;
 };
 
-// The demo app's session on the booted iPhone, as the stand-in keeps it.
-QJsonObject demoSession(const DeviceWorld &world)
-{
-    for (const QJsonValue &device : world.standInState()["devices"].toArray()) {
-        if (device["udid"].toString() != iPhoneUdid)
-            continue;
-        for (const QJsonValue &session : device["running"].toArray())
-            if (session["bundleId"].toString() == demoBundleId)
-                return session.toObject();
-    }
-    return {};
-}
-
-// Waits until the window has acted on the click: the checkpoint's
-// screenshot must show the screen the click opened.
-bool waitForDemo(const DeviceWorld &world, const std::function<bool(const QJsonObject &)> &reached)
-{
-    QDeadlineTimer deadline(20000);
-    while (!reached(demoSession(world))) {
-        if (deadline.hasExpired())
-            return false;
-        QTest::qWait(100);
-    }
-    return true;
-}
-
 QPointF tapPoint(const QRegularExpressionMatch &recorded)
 {
     return {recorded.captured(1).toDouble(), recorded.captured(2).toDouble()};
-}
-
-// The recorded operations of each checkpoint, waits left out, as "tap X Y"
-// and "swipe X1 Y1 X2 Y2".
-QStringList screenActions(const QJsonObject &project)
-{
-    QStringList screens;
-    for (const QJsonValue &screen : project["screens"].toArray()) {
-        QStringList actions;
-        for (const QJsonValue &value : screen["operations"].toArray()) {
-            const QJsonObject operation = value.toObject();
-            const QString kind = operation.keys().first();
-            const QJsonObject p = operation[kind].toObject();
-            if (kind == "tap")
-                actions.append(QStringLiteral("tap %1 %2").arg(p["x"].toInt()).arg(p["y"].toInt()));
-            else if (kind == "swipe")
-                actions.append(QStringLiteral("swipe %1 %2 %3 %4")
-                                   .arg(p["startX"].toInt())
-                                   .arg(p["startY"].toInt())
-                                   .arg(p["endX"].toInt())
-                                   .arg(p["endY"].toInt()));
-            else if (kind != "wait")
-                actions.append(kind);
-        }
-        screens.append(actions.join(", "));
-    }
-    return screens;
 }
 
 } // namespace

@@ -64,18 +64,40 @@ Run XDisplay::xdotool(const QStringList &arguments) const
             QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
 }
 
-QStringList XDisplay::waitForWindows(const QString &wmClass, int timeoutMs) const
+QStringList XDisplay::waitForSearch(const QStringList &criteria, int timeoutMs) const
 {
     QDeadlineTimer deadline(timeoutMs);
     do {
-        const Run search = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--class"),
-                                    QStringLiteral("^%1$").arg(wmClass)});
+        const Run search = xdotool(QStringList{QStringLiteral("search"), QStringLiteral("--onlyvisible")} + criteria);
         const QStringList windows = search.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
         if (!windows.isEmpty())
             return windows;
         QTest::qWait(100);
     } while (!deadline.hasExpired());
     return {};
+}
+
+QStringList XDisplay::waitForWindows(const QString &wmClass, int timeoutMs) const
+{
+    return waitForSearch({QStringLiteral("--class"), QStringLiteral("^%1$").arg(wmClass)}, timeoutMs);
+}
+
+QStringList XDisplay::waitForTitle(const QString &titlePattern, int timeoutMs) const
+{
+    return waitForSearch({QStringLiteral("--name"), titlePattern}, timeoutMs);
+}
+
+bool XDisplay::hasWindowTitled(const QString &titlePattern) const
+{
+    return !xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"), titlePattern})
+                .out.trimmed()
+                .isEmpty();
+}
+
+void XDisplay::pressKeys(const QString &window, const QString &keys) const
+{
+    xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), window});
+    xdotool({QStringLiteral("key"), QStringLiteral("--clearmodifiers"), keys});
 }
 
 QRect XDisplay::geometry(const QString &window) const

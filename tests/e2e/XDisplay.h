@@ -30,6 +30,13 @@ public:
     // The visible windows whose WM_CLASS class is `wmClass`, waiting up to
     // `timeoutMs` for at least one to appear.
     QStringList waitForWindows(const QString &wmClass, int timeoutMs = 20000) const;
+    // The visible windows whose title matches `titlePattern`, waiting up to
+    // `timeoutMs` for at least one to appear.
+    QStringList waitForTitle(const QString &titlePattern, int timeoutMs = 20000) const;
+    // Whether a visible window's title matches `titlePattern`, now.
+    bool hasWindowTitled(const QString &titlePattern) const;
+    // Gives `window` the keyboard, then presses `keys` (xdotool's names: "ctrl+s").
+    void pressKeys(const QString &window, const QString &keys) const;
     // A window's client area in root coordinates.
     QRect geometry(const QString &window) const;
     // Moves a window and waits until the server has it there.
@@ -39,6 +46,8 @@ public:
     void shutDown();
 
 private:
+    QStringList waitForSearch(const QStringList &criteria, int timeoutMs) const;
+
     QProcess m_server;
     QString m_name;
     QString m_problem;

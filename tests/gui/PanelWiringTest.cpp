@@ -149,6 +149,10 @@ private slots:
         GuiTest::addCheckpoint(*f.model, QStringLiteral("explore"), {OperationDraft::tap(147, 790)});
         settle();
         QCOMPARE(record->checkpointModel()->rowCount(), 2);
+        // Each checkpoint has the room of a whole thumbnail before any is
+        // decoded, or the pictures would arrive clipped to a line of text.
+        const QRect cell = record->checkpointList()->visualRect(record->checkpointModel()->index(1));
+        QVERIFY2(cell.height() > 234, qPrintable(QVariant(cell).toString()));
         record->checkpointList()->setCurrentIndex(record->checkpointModel()->index(1));
         f.dialogs.textAnswer = QStringLiteral("Discover");
         GuiTest::action(record->actions(), "Rename Checkpoint")->trigger();
@@ -285,6 +289,24 @@ private slots:
             QVERIFY(html.contains(QStringLiteral("href=\"%1/iPhone%2015/01-home.png\"").arg(language)));
     }
 
+    // Screenshots already on disk when the window opens (a start-up that
+    // found them first) are shown, their first group chosen.
+    void reviewShowsWhatWasFoundBeforeTheWindow()
+    {
+        GuiFixture f;
+        f.window.reset();
+        const QString out = f.model->project.outputDirectory;
+        GuiTest::writeImage(out + QStringLiteral("/en-US/iPhone 15/01-home.png"), Qt::white);
+        GuiTest::writeImage(out + QStringLiteral("/en-US/iPhone 15/02-explore.png"), Qt::gray);
+        f.model->refreshReviewImages();
+        f.window = std::make_unique<MainWindow>(*f.model, f.dialogs);
+        f.window->showPanel(MainWindow::reviewPanel);
+        f.window->show();
+        settle();
+        QCOMPARE(f.window->review()->groupList()->currentRow(), 0);
+        QCOMPARE(f.window->review()->galleryModel()->rowCount(), 2);
+    }
+
     void bannerIsDismissed()
     {
         GuiFixture f;
@@ -297,6 +319,26 @@ private slots:
         settle();
         QVERIFY(!f.model->lastError);
         QVERIFY(!f.window->banner()->isVisible());
+    }
+
+    // Every panel fits a small screen, even with the long texts of a run
+    // that stopped for review (a panel wider than that widens the window).
+    void windowFitsASmallScreen()
+    {
+        GuiFixture f;
+        GuiTest::addCheckpoint(*f.model, QStringLiteral("home"));
+        const QString drift = QStringLiteral("Generated screenshots drifted from the recorded flow. Check "
+                                             "output/_needs-review and re-record from the last good checkpoint.");
+        f.model->setLastError(drift);
+        f.model->lastRunOutcome = RunOutcome{RunOutcomeKind::failed, QStringLiteral("Generation failed"), drift};
+        f.model->notifyChanged();
+        for (int panel = MainWindow::setupPanel; panel <= MainWindow::reviewPanel; ++panel) {
+            f.window->showPanel(MainWindow::Panel(panel));
+            settle();
+            const QSize least = f.window->minimumSizeHint();
+            QVERIFY2(least.width() <= 1024 && least.height() <= 768,
+                     qPrintable(QStringLiteral("panel %1 needs %2 x %3").arg(panel).arg(least.width()).arg(least.height())));
+        }
     }
 
     // Every action of every panel is in a menu.

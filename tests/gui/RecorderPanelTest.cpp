@@ -5,6 +5,7 @@
 #include "GuiFixture.h"
 #include "TestSupport.h"
 
+#include "RecordPanel.h"
 #include "RecorderPanel.h"
 
 #include <QApplication>
@@ -102,6 +103,10 @@ private slots:
         f.model->pendingOperations = {OperationDraft::wait(1.2), OperationDraft::tap(147, 790)};
         startRecording(f);
         QVERIFY(panel->isVisible());
+        // Its Stop button is the Record panel's action, which follows the
+        // model while that panel is hidden (Ctrl+R from any panel).
+        QCOMPARE(f.window->currentPanel(), MainWindow::setupPanel);
+        QCOMPARE(f.window->record()->toggleRecordingAction()->text(), QStringLiteral("Stop &Recording"));
         QCOMPARE(panel->pendingLine()->text(), QStringLiteral("Wait 1.2s; Tap 147, 790"));
         QCOMPARE(panel->fileNamePreview()->text(), QStringLiteral("01-auto-name.png"));
         // The name typed in either place is the same name.
@@ -121,6 +126,7 @@ private slots:
         f.model->notifyChanged();
         settle();
         QVERIFY(!panel->isVisible());
+        QCOMPARE(f.window->record()->toggleRecordingAction()->text(), QStringLiteral("Start &Recording"));
     }
 };
 

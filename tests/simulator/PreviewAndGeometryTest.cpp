@@ -70,6 +70,46 @@ private slots:
         QVERIFY(!QFile::exists(screenshotPath(xcrun)));
     }
 
+    // The attached simulator shut down mid-recording: the preview after the
+    // next recorded action fails, and the recording stops and says why
+    // instead of recording clicks on whatever the Simulator window shows.
+    void shutDownSimulatorStopsTheRecording()
+    {
+        if (TestSupport::realToolShadowsStandIn({"xcrun"}))
+            QSKIP("a real xcrun comes first on the runner's search path here");
+        const auto listing = [](const char *state) {
+            return QByteArray(R"({"devices": {"com.apple.CoreSimulator.SimRuntime.iOS-17-5": [)"
+                              R"({"name": "iPhone 15", "udid": "PHONE", "isAvailable": true, "state": ")")
+                   + state + "\"}]}}";
+        };
+        XcrunStandIn xcrun;
+        auto model = attachedModel();
+        model->project.screens.append(ScreenDraft{.name = "home"});
+        model->isRecordingFlow = true;
+        model->pendingOperations = {OperationDraft::tap(1, 1)};
+        xcrun.setScreenshot(QImage(10, 20, QImage::Format_RGB32));
+        xcrun.respond("list", listing("Booted"));
+        model->refreshPreviewAfterRecordedAction();
+        QVERIFY(model->isRecordingFlow);
+        for (const QStringList &call : xcrun.calls())
+            QVERIFY2(call.value(1) != "list", "a preview that works never lists the devices");
+
+        // A preview that fails on a booted device is only a failed preview.
+        xcrun.respond("io-screenshot", "", 1, "busy\n");
+        model->refreshPreviewAfterRecordedAction();
+        QVERIFY(model->isRecordingFlow);
+        QVERIFY(model->lastError->startsWith("Could not refresh simulator preview: "));
+
+        xcrun.respond("io-screenshot", "", 1, "Unable to lookup in current state: Shutdown\n");
+        xcrun.respond("list", listing("Shutdown"));
+        model->refreshPreviewAfterRecordedAction();
+        QVERIFY(!model->isRecordingFlow);
+        QCOMPARE(model->lastError.value_or(QString()),
+                 QString("iPhone 15 is no longer booted. Recording stopped; the checkpoints saved so far are kept."));
+        QCOMPARE(model->project.screens.size(), 1);
+        QVERIFY(model->pendingOperations.isEmpty());
+    }
+
     void windowFrame_data()
     {
         QTest::addColumn<QList<RawWindowInfo>>("windows");
