@@ -120,11 +120,11 @@ ReviewPanel::ReviewPanel(const PanelContext &context, QWidget *parent)
     shownLayout->setContentsMargins(0, 0, 0, 0);
     shownLayout->addWidget(m_empty);
     shownLayout->addWidget(m_images);
+    shownLayout->addWidget(warningsSection(dismiss), 0);
     // The user may give the comparison more room than the thumbnails.
     auto *right = new QSplitter(Qt::Vertical);
     right->addWidget(shown);
     right->addWidget(comparisonSection());
-    right->addWidget(warningsSection());
     right->setStretchFactor(0, 1);
     right->setChildrenCollapsible(false);
     auto *split = new QSplitter;
@@ -140,7 +140,8 @@ ReviewPanel::ReviewPanel(const PanelContext &context, QWidget *parent)
     buttons->addWidget(PanelActions::button(reveal, QStringLiteral("Re&veal")));
     buttons->addWidget(PanelActions::button(trash, QStringLiteral("Move to &Trash\u2026")));
     buttons->addStretch();
-    for (QAction *action : {dismiss, contactSheet, refreshAction, diagnostics, guide})
+    buttons->addWidget(PanelActions::button(contactSheet));
+    for (QAction *action : {refreshAction, diagnostics, guide})
         buttons->addWidget(PanelActions::button(action));
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(split, 1);
@@ -169,15 +170,17 @@ QWidget *ReviewPanel::comparisonSection()
 
 // The run's warnings that nobody has dismissed: one line each, as the run
 // log words them. Hidden when there are none.
-QWidget *ReviewPanel::warningsSection()
+// Dismiss sits beside the list it acts on, not in the panel's button row.
+QWidget *ReviewPanel::warningsSection(QAction *dismiss)
 {
     m_warnings = new QListWidget;
     m_warnings->setAccessibleName(QStringLiteral("Localization warnings"));
     m_warnings->setMaximumHeight(110);
     connect(m_warnings, &QListWidget::currentRowChanged, m_actions, &PanelActions::update);
     auto *box = new QGroupBox(QStringLiteral("Localization warnings"));
-    auto *layout = new QVBoxLayout(box);
-    layout->addWidget(m_warnings);
+    auto *layout = new QHBoxLayout(box);
+    layout->addWidget(m_warnings, 1);
+    layout->addWidget(PanelActions::button(dismiss, QStringLiteral("Dis&miss")), 0, Qt::AlignTop);
     box->setVisible(false);
     m_warningsBox = box;
     return box;

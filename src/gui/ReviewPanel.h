@@ -47,7 +47,7 @@ private:
     static Comparison compare(const QString &drifted, const QString &reference, QSize size);
 
     QWidget *comparisonSection();
-    QWidget *warningsSection();
+    QWidget *warningsSection(QAction *dismiss);
     void refresh();
     void refreshWarnings();
     void dismissSelectedWarning();
