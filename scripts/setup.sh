@@ -13,11 +13,12 @@ cd "$(dirname "$0")/.."
 
 # Build: Qt (with its xcb platform for windows on X11), libplist, Tesseract,
 # yaml-cpp, xcb with XInput for the click monitor. Tests: Xvfb, xdotool and
-# ImageMagick drive and photograph real windows. ccache speeds up rebuilds.
+# ImageMagick drive and photograph real windows; headless Chromium draws the
+# contact sheet. ccache speeds up rebuilds.
 DEBIAN_PACKAGES=(qt6-base-dev qt6-qpa-plugins libplist-dev libtesseract-dev tesseract-ocr-eng
                  fonts-dejavu-core cmake ninja-build g++ pkg-config ccache
                  libyaml-cpp-dev libxcb1-dev libxcb-xinput-dev
-                 xvfb xdotool imagemagick)
+                 xvfb xdotool imagemagick chromium)
 BREW_PACKAGES=(qt libplist tesseract yaml-cpp cmake ninja pkg-config ccache)
 
 install_debian() {
@@ -43,9 +44,20 @@ install_macos() {
     [ ${#missing[@]} -eq 0 ] || brew install "${missing[@]}"
 }
 
+# Chromium brings xdg-utils, which registers /usr/bin/open as xdg-open.
+# Vantrel looks for `open` in /usr/bin before PATH (where a Mac has it), so
+# the device stand-in's `open` would never answer: the alternative goes.
+# Checked on every run, so that an upgrade that puts it back is undone too.
+remove_xdg_open_alternative() {
+    [ "$(readlink -f /usr/bin/open 2>/dev/null)" = /usr/bin/xdg-open ] || return 0
+    local sudo=""
+    [ "$(id -u)" -ne 0 ] && sudo="sudo"
+    $sudo update-alternatives --remove open /usr/bin/xdg-open
+}
+
 case "$(uname -s)" in
     Linux)
-        if command -v apt-get >/dev/null; then install_debian
+        if command -v apt-get >/dev/null; then install_debian; remove_xdg_open_alternative
         else echo "No apt-get here: install ${DEBIAN_PACKAGES[*]} by hand." >&2; fi ;;
     Darwin) install_macos ;;
 esac
