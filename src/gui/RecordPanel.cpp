@@ -3,6 +3,7 @@
 #include "CheckpointListModel.h"
 #include "Dialogs.h"
 #include "ModelWatcher.h"
+#include "RecordingStatus.h"
 #include "ThumbnailLoader.h"
 #include "model/AppModel.h"
 
@@ -147,21 +148,8 @@ QWidget *RecordPanel::checkpointSection()
 
 void RecordPanel::refresh()
 {
-    const AppModel &model = m_context.model;
-    m_status->setText(model.simulatorEventRecordingStatus);
-    const QStringList pending = model.pendingOperationDescriptions();
-    m_pending->setText(pending.isEmpty() ? QStringLiteral("nothing yet") : pending.join(QStringLiteral("; ")));
-    m_fileName->setText(model.manualCaptureFilenamePreview(m_name->text()));
-
-    // The preview is scaled only when a new picture arrived.
-    const qint64 key = model.recorderPreviewImage ? model.recorderPreviewImage->cacheKey() : 0;
-    if (key != m_previewKey) {
-        m_previewKey = key;
-        if (model.recorderPreviewImage && !model.recorderPreviewImage->isNull())
-            m_preview->setPixmap(QPixmap::fromImage(model.recorderPreviewImage->scaledToHeight(previewHeight, Qt::SmoothTransformation)));
-        else
-            m_preview->setText(QStringLiteral("No preview yet.\nAttach a simulator."));
-    }
+    showRecordingStatus(m_context.model, {m_preview, m_status, m_pending, m_fileName}, m_name->text(), previewHeight,
+                        m_previewKey, QStringLiteral("No preview yet.\nAttach a simulator."));
     m_checkpointModel->refresh();
     m_actions->update();
 }

@@ -3,6 +3,7 @@
 #include "BusyState.h"
 #include "ModelWatcher.h"
 #include "PanelActions.h"
+#include "RecordingStatus.h"
 #include "model/AppModel.h"
 #include "simulator/RecorderPanelPlacement.h"
 
@@ -103,20 +104,8 @@ void RecorderPanel::hideEvent(QHideEvent *event)
 
 void RecorderPanel::refresh()
 {
-    const AppModel &model = m_context.model;
-    m_status->setText(model.simulatorEventRecordingStatus);
-    const QStringList pending = model.pendingOperationDescriptions();
-    m_pending->setText(pending.isEmpty() ? QStringLiteral("nothing yet") : pending.join(QStringLiteral("; ")));
-    m_fileName->setText(model.manualCaptureFilenamePreview(m_name->text()));
-    const qint64 key = model.recorderPreviewImage ? model.recorderPreviewImage->cacheKey() : 0;
-    if (key != m_previewKey) {
-        m_previewKey = key;
-        if (model.recorderPreviewImage && !model.recorderPreviewImage->isNull())
-            m_preview->setPixmap(
-                QPixmap::fromImage(model.recorderPreviewImage->scaledToHeight(previewHeight, Qt::SmoothTransformation)));
-        else
-            m_preview->clear();
-    }
+    showRecordingStatus(m_context.model, {m_preview, m_status, m_pending, m_fileName}, m_name->text(), previewHeight,
+                        m_previewKey, QString());
 }
 
 void RecorderPanel::sendText()
