@@ -8,6 +8,46 @@
 #include <QTemporaryDir>
 #include <memory>
 
+// The model's state, writable: for a test that arranges a scenario no
+// operation reaches quickly (a recording half-way, a run that failed).
+// Fronts read the state through the model's getters and change it only
+// through its operations.
+class ModelState
+{
+public:
+    explicit ModelState(AppModel &model)
+        : project(model.m_project), availableDevices(model.m_availableDevices),
+          pendingOperations(model.m_pendingOperations), runLog(model.m_runLog),
+          isRecordingFlow(model.m_isRecordingFlow), lastManualCaptureURL(model.m_lastManualCaptureURL),
+          recorderPreviewPixelSize(model.m_recorderPreviewPixelSize),
+          recorderPreviewScale(model.m_recorderPreviewScale), devicePointSizes(model.m_devicePointSizes),
+          runProgress(model.m_runProgress), lastRunOutcome(model.m_lastRunOutcome),
+          lastRecordedActionAt(model.m_lastRecordedActionAt), lastRunLogStart(model.m_lastRunLogStart),
+          runProcess(model.m_runProcess)
+    {
+    }
+
+    ScreenshotProject &project;
+    QList<SimulatorDevice> &availableDevices;
+    QList<OperationDraft> &pendingOperations;
+    QString &runLog;
+    bool &isRecordingFlow;
+    std::optional<QString> &lastManualCaptureURL;
+    QSizeF &recorderPreviewPixelSize;
+    double &recorderPreviewScale;
+    QHash<QString, QSizeF> &devicePointSizes;
+    QHash<QString, RunProgress> &runProgress;
+    std::optional<RunOutcome> &lastRunOutcome;
+    std::optional<ReferenceSeconds> &lastRecordedActionAt;
+    qsizetype &lastRunLogStart;
+    std::shared_ptr<ChildProcess> &runProcess;
+};
+
+inline ModelState arrange(AppModel &model)
+{
+    return ModelState(model);
+}
+
 struct ModelFixture
 {
     QTemporaryDir root;

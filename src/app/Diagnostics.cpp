@@ -35,7 +35,7 @@ std::optional<QString> AppModel::writeDiagnostics()
     const QString path = workspaceDirectory() + QStringLiteral("/diagnostics.txt");
     try {
         Folder::ensure(workspaceDirectory());
-        AtomicFile::write(path, diagnosticsText(project, runLog).toUtf8());
+        AtomicFile::write(path, diagnosticsText(m_project, m_runLog).toUtf8());
     } catch (const AppError &error) {
         setLastError(QStringLiteral("Could not export diagnostics: ") + error.message());
         return std::nullopt;

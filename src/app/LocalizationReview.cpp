@@ -20,10 +20,10 @@ LocalizationWarnings::Store storeOf(const ScreenshotProject &project)
 
 QString AppModel::localizationWarningsURL() const
 {
-    return QDir(project.outputDirectory).filePath(LocalizationWarnings::fileName());
+    return QDir(m_project.outputDirectory).filePath(LocalizationWarnings::fileName());
 }
 
-QList<LocalizationWarning> AppModel::localizationWarnings() const { return storeOf(project).warnings; }
+QList<LocalizationWarning> AppModel::localizationWarnings() const { return storeOf(m_project).warnings; }
 
 QList<LocalizationWarning> AppModel::activeLocalizationWarnings() const
 {
@@ -37,12 +37,12 @@ QList<LocalizationWarning> AppModel::activeLocalizationWarnings() const
 QList<LocalizationWarning> AppModel::recordLocalizationWarnings(const QList<LocalizationWarning> &warnings)
 {
     assertMainThread();
-    if (project.outputDirectory.isEmpty())
+    if (m_project.outputDirectory.isEmpty())
         throw AppError(QStringLiteral("The project has no output folder."));
-    LocalizationWarnings::Store store = storeOf(project);
+    LocalizationWarnings::Store store = storeOf(m_project);
     store.warnings = warnings;
     LocalizationWarnings::applyDismissals(store);
-    LocalizationWarnings::write(project.outputDirectory, store);
+    LocalizationWarnings::write(m_project.outputDirectory, store);
     notifyChanged();
     return store.warnings;
 }
@@ -50,14 +50,14 @@ QList<LocalizationWarning> AppModel::recordLocalizationWarnings(const QList<Loca
 bool AppModel::dismissLocalizationWarning(const QString &file, const QString &language)
 {
     assertMainThread();
-    LocalizationWarnings::Store store = storeOf(project);
+    LocalizationWarnings::Store store = storeOf(m_project);
     const auto key = std::pair(file, language);
     if (!store.dismissed.contains(key))
         store.dismissed.append(key);
     try {
-        if (project.outputDirectory.isEmpty())
+        if (m_project.outputDirectory.isEmpty())
             throw AppError(QStringLiteral("the project has no output folder."));
-        LocalizationWarnings::write(project.outputDirectory, store);
+        LocalizationWarnings::write(m_project.outputDirectory, store);
     } catch (const AppError &error) {
         setLastError(QStringLiteral("Could not dismiss the warning: ") + error.message());
         return false;

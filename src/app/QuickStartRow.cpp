@@ -7,7 +7,7 @@
 
 QList<QuickStartRow> AppModel::quickStartRows()
 {
-    const ScreenshotProject &p = project;
+    const ScreenshotProject &p = m_project;
     const bool attached = !p.devices.isEmpty();
     const bool trusted = platform().isAccessibilityTrusted();
     const bool appChosen = !p.bundleId.isEmpty();

@@ -34,7 +34,7 @@ std::optional<QString> AppModel::recordedFlowReplayIssue(const QList<ScreenDraft
 
 std::optional<QString> AppModel::recordedFlowReplayIssue() const
 {
-    return recordedFlowReplayIssue(project.screens);
+    return recordedFlowReplayIssue(m_project.screens);
 }
 
 bool AppModel::isReplayEngineAvailable()
@@ -50,15 +50,15 @@ bool AppModel::isReplayEngineAvailable()
 void AppModel::refreshReplayEngineAvailability()
 {
     const bool available = isReplayEngineAvailable();
-    if (available == replayEngineAvailable)
+    if (available == m_replayEngineAvailable)
         return;
-    replayEngineAvailable = available;
+    m_replayEngineAvailable = available;
     notifyChanged();
 }
 
 QList<ProductPreflightCheck> AppModel::preflightChecks() const
 {
-    const ScreenshotProject &p = project;
+    const ScreenshotProject &p = m_project;
     return {
         {QStringLiteral("Simulator attached"),
          p.attachedDeviceName.value_or(QStringLiteral("Attach a running iOS Simulator")), !p.devices.isEmpty()},
@@ -70,24 +70,24 @@ QList<ProductPreflightCheck> AppModel::preflightChecks() const
          !p.screens.isEmpty()},
         {QStringLiteral("Simulator click access"), QStringLiteral("Accessibility permission"),
          platform().isAccessibilityTrusted()},
-        {QStringLiteral("Replay engine ready"), QStringLiteral("Xcode XCUITest runner"), replayEngineAvailable},
+        {QStringLiteral("Replay engine ready"), QStringLiteral("Xcode XCUITest runner"), m_replayEngineAvailable},
     };
 }
 
 bool AppModel::hasCompleteRunSelection() const
 {
-    return !project.bundleId.isEmpty() && !project.devices.isEmpty() && !project.languages.isEmpty()
-           && !project.screens.isEmpty();
+    return !m_project.bundleId.isEmpty() && !m_project.devices.isEmpty() && !m_project.languages.isEmpty()
+           && !m_project.screens.isEmpty();
 }
 
 bool AppModel::canRunAutomatedCapture() const
 {
-    return !project.appPath.isEmpty() && QFileInfo::exists(project.appPath) && hasCompleteRunSelection();
+    return !m_project.appPath.isEmpty() && QFileInfo::exists(m_project.appPath) && hasCompleteRunSelection();
 }
 
 bool AppModel::canRunRecordedAttachedCapture() const
 {
-    return project.appPath.isEmpty() && hasCompleteRunSelection() && !recordedFlowReplayIssue();
+    return m_project.appPath.isEmpty() && hasCompleteRunSelection() && !recordedFlowReplayIssue();
 }
 
 QString AppModel::runReadinessMessage() const
@@ -96,30 +96,30 @@ QString AppModel::runReadinessMessage() const
         return QStringLiteral("Ready to generate from the selected .app build and recorded screen flow.");
     if (canRunRecordedAttachedCapture())
         return QStringLiteral("Ready to generate by replaying the recorded simulator flow for every selected language.");
-    if (project.devices.isEmpty())
+    if (m_project.devices.isEmpty())
         return QStringLiteral("Attach to a booted simulator or select a device first.");
-    if (project.languages.isEmpty())
+    if (m_project.languages.isEmpty())
         return QStringLiteral("Select at least one language.");
-    if (project.screens.isEmpty())
+    if (m_project.screens.isEmpty())
         return QStringLiteral("Record a flow and save at least one checkpoint in Recorder.");
     if (const std::optional<QString> issue = recordedFlowReplayIssue())
         return *issue;
-    if (!project.bundleId.isEmpty())
+    if (!m_project.bundleId.isEmpty())
         return QStringLiteral("Runs is not ready yet. Check Recorder, Languages, and Devices.");
     return QStringLiteral("Select the installed app bundle ID in Recorder so the app can relaunch for each language.");
 }
 
 qint64 AppModel::runDeviceCount() const
 {
-    return project.devices.isEmpty() ? 1 : project.devices.size();
+    return m_project.devices.isEmpty() ? 1 : m_project.devices.size();
 }
 
 std::optional<QString> AppModel::recordedDeviceNote(const QString &device) const
 {
-    if (!project.recordedOn || project.screens.isEmpty() || !devicePointSizes.contains(device))
+    if (!m_project.recordedOn || m_project.screens.isEmpty() || !m_devicePointSizes.contains(device))
         return std::nullopt;
-    const RecordingDevice &recorded = *project.recordedOn;
-    const QSizeF size = devicePointSizes.value(device);
+    const RecordingDevice &recorded = *m_project.recordedOn;
+    const QSizeF size = m_devicePointSizes.value(device);
     // Sizes come from whole pixels over the scale; a hundredth of a point is no difference.
     if (qAbs(size.width() - recorded.width) < 0.01 && qAbs(size.height() - recorded.height) < 0.01)
         return std::nullopt;
@@ -134,7 +134,7 @@ std::optional<QString> AppModel::recordedDeviceNote(const QString &device) const
 QStringList AppModel::recordedDeviceNotes() const
 {
     QStringList notes;
-    for (const QString &device : project.devices)
+    for (const QString &device : m_project.devices)
         if (const std::optional<QString> note = recordedDeviceNote(device); note && !notes.contains(*note))
             notes.append(*note);
     return notes;
@@ -144,8 +144,8 @@ qint64 AppModel::runTotalCount() const
 {
     qint64 perDevice = 0;
     qint64 total = 0;
-    if (qMulOverflow(runDeviceCount(), qint64(project.languages.size()), &perDevice)
-        || qMulOverflow(perDevice, qint64(project.screens.size()), &total))
+    if (qMulOverflow(runDeviceCount(), qint64(m_project.languages.size()), &perDevice)
+        || qMulOverflow(perDevice, qint64(m_project.screens.size()), &total))
         qFatal("The run's screenshot count does not fit in a 64-bit integer.");
     return total;
 }

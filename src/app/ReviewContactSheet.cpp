@@ -24,14 +24,14 @@ namespace {
 QStringList deviceFolders(const AppModel &model)
 {
     QStringList folders;
-    for (const QString &udid : model.project.devices) {
+    for (const QString &udid : model.project().devices) {
         const QString name = model.displayNameForDeviceID(udid);
         if (name != udid && !folders.contains(PathSanitizer::component(name)))
             folders.append(PathSanitizer::component(name));
     }
     QStringList found;
-    const QDir output(model.project.outputDirectory);
-    for (const QString &language : model.project.languages) {
+    const QDir output(model.project().outputDirectory);
+    for (const QString &language : model.project().languages) {
         const QString folder = PathSanitizer::component(language);
         for (const QDir &parent : {QDir(output.filePath(folder)),
                                    QDir(output.filePath(QStringLiteral("_needs-review/") + folder))})
@@ -49,19 +49,19 @@ ContactSheet::Page AppModel::contactSheetPage() const
 {
     using namespace ContactSheet;
     Page page;
-    page.projectName = displayName(project);
+    page.projectName = displayName(m_project);
     const QList<LocalizationWarning> warnings = localizationWarnings();
-    const QDir output(project.outputDirectory);
+    const QDir output(m_project.outputDirectory);
     QStringList checkpoints;
-    for (qsizetype i = 0; i < project.screens.size(); ++i)
-        checkpoints.append(screenshotFileName(i + 1, project.screens.at(i).name));
+    for (qsizetype i = 0; i < m_project.screens.size(); ++i)
+        checkpoints.append(screenshotFileName(i + 1, m_project.screens.at(i).name));
 
     QDateTime newest;
     for (const QString &device : deviceFolders(*this)) {
-        DeviceGrid grid{device, checkpoints, project.languages, {}};
+        DeviceGrid grid{device, checkpoints, m_project.languages, {}};
         for (const QString &checkpoint : checkpoints) {
             QList<Cell> row;
-            for (const QString &language : project.languages) {
+            for (const QString &language : m_project.languages) {
                 const QString relative = PathSanitizer::component(language) + QLatin1Char('/') + device
                                          + QLatin1Char('/') + checkpoint;
                 const QString drifted = QStringLiteral("_needs-review/") + relative;
@@ -99,7 +99,7 @@ ContactSheet::Page AppModel::contactSheetPage() const
 std::optional<QString> AppModel::writeContactSheet()
 {
     assertMainThread();
-    if (project.outputDirectory.isEmpty()) {
+    if (m_project.outputDirectory.isEmpty()) {
         setLastError(QStringLiteral("Could not write the contact sheet: the project has no output folder."));
         return std::nullopt;
     }
@@ -110,7 +110,7 @@ std::optional<QString> AppModel::writeContactSheet()
         QString thumbnail;
     };
     QList<Job> jobs;
-    const QDir output(project.outputDirectory);
+    const QDir output(m_project.outputDirectory);
     for (const ContactSheet::DeviceGrid &device : sheet.devices)
         for (const QList<ContactSheet::Cell> &row : device.cells)
             for (const ContactSheet::Cell &cell : row)
@@ -124,7 +124,7 @@ std::optional<QString> AppModel::writeContactSheet()
     const qsizetype failed = std::count(made.begin(), made.end(), false);
     const QString path = output.filePath(ContactSheet::pageFileName());
     try {
-        Folder::ensure(project.outputDirectory);
+        Folder::ensure(m_project.outputDirectory);
         AtomicFile::write(path, ContactSheet::html(sheet).toUtf8());
     } catch (const AppError &error) {
         setLastError(QStringLiteral("Could not write the contact sheet: ") + error.message());

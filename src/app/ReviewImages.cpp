@@ -28,15 +28,15 @@ QString AppModel::noReferenceNote()
 // they are the pictures every later language of that device is held against.
 void AppModel::noteUncheckedImages(QList<ReviewImage> &images) const
 {
-    if (project.languages.isEmpty())
+    if (m_project.languages.isEmpty())
         return;
-    const QString firstLanguage = PathSanitizer::component(project.languages.first()) + QLatin1Char('/');
+    const QString firstLanguage = PathSanitizer::component(m_project.languages.first()) + QLatin1Char('/');
     for (ReviewImage &image : images) {
         if (!image.relativePath.startsWith(firstLanguage))
             continue;
         const QString fileName = QFileInfo(image.relativePath).fileName();
-        for (qsizetype i = 0; i < project.screens.size(); ++i) {
-            const QString name = project.screens.at(i).name;
+        for (qsizetype i = 0; i < m_project.screens.size(); ++i) {
+            const QString name = m_project.screens.at(i).name;
             if (screenshotFileName(i + 1, name) != fileName)
                 continue;
             const std::optional<QString> reference = referenceCheckpointURL(i + 1, name);
@@ -51,8 +51,8 @@ void AppModel::refreshReviewImages()
 {
     QList<ReviewImage> images;
     // An empty path would walk the working directory instead.
-    if (!project.outputDirectory.isEmpty()) {
-        const QString root = QDir::cleanPath(project.outputDirectory);
+    if (!m_project.outputDirectory.isEmpty()) {
+        const QString root = QDir::cleanPath(m_project.outputDirectory);
         const QString prefix = root + QLatin1Char('/');
         // Without QDir::Hidden the walk skips hidden files and never enters
         // hidden folders (temporary captures live there).
@@ -70,14 +70,14 @@ void AppModel::refreshReviewImages()
         return CodePointOrder::less(a.relativePath, b.relativePath);
     });
     noteUncheckedImages(images);
-    reviewImages = images;
+    m_reviewImages = images;
     notifyChanged();
 }
 
 QList<ReviewImage> AppModel::needsReviewImages() const
 {
     QList<ReviewImage> result;
-    for (const ReviewImage &image : reviewImages)
+    for (const ReviewImage &image : m_reviewImages)
         if (image.relativePath.startsWith(needsReviewPrefix))
             result.append(image);
     return result;
@@ -87,7 +87,7 @@ QList<GeneratedLanguageGroup> AppModel::groupedImages() const
 {
     // Keys in code-point order, which is the card order.
     std::map<QString, QList<ReviewImage>, CodePointOrder::Less> byLanguage;
-    for (const ReviewImage &image : reviewImages) {
+    for (const ReviewImage &image : m_reviewImages) {
         if (image.relativePath.startsWith(manualPrefix) || image.relativePath.startsWith(needsReviewPrefix))
             continue;
         const QStringList parts = image.relativePath.split(QLatin1Char('/'), Qt::SkipEmptyParts);

@@ -12,25 +12,25 @@ namespace {
 
 void printApps(CommandContext &c, bool json)
 {
-    const QString selected = c.model.project.bundleId;
+    const QString selected = c.model.project().bundleId;
     if (json) {
         QJsonArray array;
-        for (const InstalledSimulatorApp &app : c.model.installedApps)
+        for (const InstalledSimulatorApp &app : c.model.installedApps())
             array.append(QJsonObject{{QStringLiteral("name"), app.name},
                                      {QStringLiteral("bundleId"), app.bundleId},
                                      {QStringLiteral("selected"), app.bundleId == selected}});
         c.printJson(array);
         return;
     }
-    if (c.model.installedApps.isEmpty()) {
-        const QString device = c.model.project.devices.value(0);
+    if (c.model.installedApps().isEmpty()) {
+        const QString device = c.model.project().devices.value(0);
         c.out << "No user apps are installed on " << c.model.displayNameForDeviceID(device) << ".\n";
         return;
     }
     qsizetype width = 0;
-    for (const InstalledSimulatorApp &app : c.model.installedApps)
+    for (const InstalledSimulatorApp &app : c.model.installedApps())
         width = std::max(width, app.name.size());
-    for (const InstalledSimulatorApp &app : c.model.installedApps)
+    for (const InstalledSimulatorApp &app : c.model.installedApps())
         c.out << (app.bundleId == selected ? "* " : "  ") << app.name.leftJustified(width) << "  " << app.bundleId << "\n";
 }
 
@@ -40,7 +40,7 @@ int runApps(CommandContext &c)
     if (!c.arguments.isEmpty())
         return c.usageError(QStringLiteral("Usage: vantrel apps [--json]"));
     c.model.refreshInstalledApps();
-    if (c.model.lastError)
+    if (c.model.lastError())
         return 1;
     printApps(c, json);
     return 0;
@@ -52,9 +52,9 @@ int runSelectApp(CommandContext &c)
         return c.usageError(QStringLiteral("Usage: vantrel select-app BUNDLE_ID"));
     const QString bundleId = c.arguments.first();
     c.model.refreshInstalledApps();
-    if (c.model.lastError)
+    if (c.model.lastError())
         return 1;
-    for (const InstalledSimulatorApp &app : c.model.installedApps) {
+    for (const InstalledSimulatorApp &app : c.model.installedApps()) {
         if (app.bundleId == bundleId) {
             c.model.selectInstalledApp(app);
             c.out << "Selected " << app.name << " (" << app.bundleId << ").\n";
@@ -63,7 +63,7 @@ int runSelectApp(CommandContext &c)
     }
     c.model.setLastError(QStringLiteral("No user app with the bundle ID %1 is installed on %2. Run 'vantrel apps' "
                                         "to see the installed apps.")
-                             .arg(bundleId, c.model.displayNameForDeviceID(c.model.project.devices.value(0))));
+                             .arg(bundleId, c.model.displayNameForDeviceID(c.model.project().devices.value(0))));
     return 1;
 }
 
@@ -72,9 +72,9 @@ int runSetApp(CommandContext &c)
     if (c.arguments.size() != 1)
         return c.usageError(QStringLiteral("Usage: vantrel set-app PATH.app"));
     c.model.setAppBundle(c.arguments.first());
-    if (c.model.lastError)
+    if (c.model.lastError())
         return 1;
-    const ScreenshotProject &p = c.model.project;
+    const ScreenshotProject &p = c.model.project();
     c.out << "App:             " << p.appName << " (" << p.bundleId << ")\n"
           << "Bundle:          " << p.appPath << "\n"
           << "Simulator build: " << (p.isSimulatorBuild ? "yes" : "no") << "\n"
@@ -87,9 +87,9 @@ int runOpenApp(CommandContext &c)
     if (!c.arguments.isEmpty())
         return c.usageError(QStringLiteral("Usage: vantrel open-app"));
     c.model.openTargetApp();
-    if (c.model.lastError)
+    if (c.model.lastError())
         return 1;
-    const ScreenshotProject &p = c.model.project;
+    const ScreenshotProject &p = c.model.project();
     const QString language = p.languages.value(0, QStringLiteral("en-US"));
     c.out << "Opened " << (p.appName.isEmpty() ? p.bundleId : p.appName) << " on "
           << c.model.displayNameForDeviceID(p.devices.value(0)) << " in " << LanguageCatalog::label(language) << ".\n";

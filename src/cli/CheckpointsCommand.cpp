@@ -12,9 +12,9 @@ namespace {
 // The navigation recorded before the checkpoint at this (1-based) position.
 QList<OperationDraft> operationsBefore(const AppModel &model, qint64 index)
 {
-    if (index < 1 || index > model.project.screens.size())
+    if (index < 1 || index > model.project().screens.size())
         return {};
-    return model.project.screens.at(index - 1).operations;
+    return model.project().screens.at(index - 1).operations;
 }
 
 QJsonObject checkpointJson(const AppModel &model, const ManualScreenDraft &checkpoint)
@@ -111,7 +111,7 @@ int runCheckpoints(CommandContext &c)
         return c.usageError(QStringLiteral(
             "Usage: vantrel checkpoints [--json] | retake N | move N OFFSET | delete N | delete-last"));
     }
-    if (!c.model.lastError)
+    if (!c.model.lastError())
         printCheckpoints(c, json);
     return 0;
 }

@@ -43,7 +43,7 @@ bool CommandContext::refuseWithoutProject(const QString &action)
 
 void CommandContext::flushLog()
 {
-    const RunLogFollower::Update update = printedLog.take(model.runLog);
+    const RunLogFollower::Update update = printedLog.take(model.runLog());
     if (update.text.isEmpty())
         return;
     out << update.text;
@@ -52,8 +52,8 @@ void CommandContext::flushLog()
 
 void CommandContext::printCurrentProject()
 {
-    out << "Current project: " << AppModel::displayName(model.project) << " ("
-        << model.project.projectID.value_or(QString()) << ")\n";
+    out << "Current project: " << AppModel::displayName(model.project()) << " ("
+        << model.project().projectID.value_or(QString()) << ")\n";
 }
 
 namespace CommandTable {

@@ -11,7 +11,7 @@ namespace {
 
 void printDevices(CommandContext &c, bool json)
 {
-    const QList<SimulatorDevice> &devices = c.model.availableDevices;
+    const QList<SimulatorDevice> &devices = c.model.availableDevices();
     const QString attached = c.model.attachedDeviceID().value_or(QString());
     if (json) {
         QJsonArray array;
@@ -47,7 +47,7 @@ int runDevices(CommandContext &c)
     if (!c.arguments.isEmpty())
         return c.usageError(QStringLiteral("Usage: vantrel devices [--json]"));
     c.model.refreshDevices();
-    if (c.model.lastError)
+    if (c.model.lastError())
         return 1;
     printDevices(c, json);
     return 0;
@@ -58,7 +58,7 @@ int runAttach(CommandContext &c)
     if (!c.arguments.isEmpty())
         return c.usageError(QStringLiteral("Usage: vantrel attach"));
     c.model.attachToBootedSimulator();
-    if (c.model.lastError)
+    if (c.model.lastError())
         return 1;
     const QString udid = c.model.attachedDeviceID().value_or(QString());
     c.out << "Attached " << c.model.displayNameForDeviceID(udid) << " (" << udid << ").\n";
@@ -68,14 +68,15 @@ int runAttach(CommandContext &c)
     // after attaching; here that follow-up runs before the command ends. Its
     // failures do not undo the attach.
     QCoreApplication::processEvents();
-    if (c.model.lastError) {
-        c.err << "note: " << *c.model.lastError << "\n";
+    if (c.model.lastError()) {
+        c.err << "note: " << *c.model.lastError() << "\n";
         c.model.clearLastError();
     }
-    if (!c.model.project.bundleId.isEmpty())
-        c.out << "App: " << c.model.project.appName << " (" << c.model.project.bundleId << ")\n";
-    else if (!c.model.installedApps.isEmpty())
-        c.out << c.model.installedApps.size() << " user apps are installed; choose one with 'vantrel select-app BUNDLE_ID'.\n";
+    if (!c.model.project().bundleId.isEmpty())
+        c.out << "App: " << c.model.project().appName << " (" << c.model.project().bundleId << ")\n";
+    else if (!c.model.installedApps().isEmpty())
+        c.out << c.model.installedApps().size()
+              << " user apps are installed; choose one with 'vantrel select-app BUNDLE_ID'.\n";
     return 0;
 }
 

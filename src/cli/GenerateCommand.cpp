@@ -79,13 +79,13 @@ int runGenerate(CommandContext &c)
                      "generates from it. This run replays the recorded flow on the attached Simulator.\n";
         c.model.startRecordedAttachedCapture();
     }
-    waitForRun(c.model, c.model.runTask, display, live);
+    waitForRun(c.model, c.model.runTask(), display, live);
     display.finish();
 
-    if (c.model.lastRunOutcome)
-        printOutcome(c, *c.model.lastRunOutcome);
-    const int status = exitStatus(c.model.lastRunOutcome);
-    if (status == 1 && c.model.lastRunOutcome) {
+    if (c.model.lastRunOutcome())
+        printOutcome(c, *c.model.lastRunOutcome());
+    const int status = exitStatus(c.model.lastRunOutcome());
+    if (status == 1 && c.model.lastRunOutcome()) {
         c.model.clearLastError(); // already printed with the outcome
         // The run log lives only as long as this command, so a failed run
         // leaves its diagnostics behind for a problem report.

@@ -13,7 +13,7 @@ QString GenerateProgressDisplay::bar(qint64 completed, qint64 total, int width)
 
 QString GenerateProgressDisplay::cellLine(const RunProgressCell &cell, int labelWidth) const
 {
-    const RunProgress progress = c.model.runProgress.value(cell.key());
+    const RunProgress progress = c.model.runProgress().value(cell.key());
     return QStringLiteral("  %1  %2  %3")
         .arg(cell.label(), -labelWidth)
         .arg(RunProgressText::count(progress.completed, progress.total), 7)
@@ -42,7 +42,7 @@ void GenerateProgressDisplay::redrawLive()
     if (m_drawnLines > 0)
         c.out << QStringLiteral("\x1b[%1A\r\x1b[J").arg(m_drawnLines);
     c.flushLog();
-    const QStringList block = c.model.runProgress.isEmpty() ? QStringList() : liveBlock();
+    const QStringList block = c.model.runProgress().isEmpty() ? QStringList() : liveBlock();
     for (const QString &line : block)
         c.out << line << "\n";
     m_drawnLines = int(block.size());
@@ -55,8 +55,8 @@ void GenerateProgressDisplay::printPlainChanges()
     // run changes a pair's progress before it logs what it does next
     // ("Running ..."), so the progress lines come first.
     for (const RunProgressCell &cell : c.model.runProgressCells()) {
-        const auto found = c.model.runProgress.constFind(cell.key());
-        if (found == c.model.runProgress.cend())
+        const auto found = c.model.runProgress().constFind(cell.key());
+        if (found == c.model.runProgress().cend())
             continue;
         const QString text = RunProgressText::summary(*found);
         if (m_printed.value(cell.key()) == text)

@@ -27,7 +27,7 @@ int runLanguages(CommandContext &c)
     const bool json = c.takeFlag(QStringLiteral("--json"));
     const QString action = c.arguments.value(0);
     if (action.isEmpty()) {
-        printLanguages(c, c.model.project.languages, json);
+        printLanguages(c, c.model.project().languages, json);
         return 0;
     }
     if (action == QLatin1String("catalog") && c.arguments.size() == 1) {
@@ -39,12 +39,12 @@ int runLanguages(CommandContext &c)
     }
     if (action == QLatin1String("toggle") && c.arguments.size() == 2) {
         c.model.toggleLanguage(c.arguments.at(1));
-        printLanguages(c, c.model.project.languages, json);
+        printLanguages(c, c.model.project().languages, json);
         return 0;
     }
     if (action == QLatin1String("add") && c.arguments.size() >= 2) {
         c.model.addCustomLanguage(c.arguments.mid(1).join(QLatin1Char(' ')));
-        printLanguages(c, c.model.project.languages, json);
+        printLanguages(c, c.model.project().languages, json);
         return 0;
     }
     return c.usageError(QStringLiteral("Usage: vantrel languages [--json] | catalog | toggle CODE | add TEXT"));

@@ -14,16 +14,16 @@ int runPreview(CommandContext &c)
     if (!c.arguments.isEmpty())
         return c.usageError(QStringLiteral("Usage: vantrel preview [--out FILE]"));
     c.model.refreshRecorderPreview();
-    if (c.model.lastError)
+    if (c.model.lastError())
         return 1;
     const QString path = QFileInfo(out).absoluteFilePath();
-    if (!c.model.recorderPreviewImage || !c.model.recorderPreviewImage->save(path, "PNG")) {
+    if (!c.model.recorderPreviewImage() || !c.model.recorderPreviewImage()->save(path, "PNG")) {
         c.model.setLastError(QStringLiteral("Could not save the preview to %1.").arg(path));
         return 1;
     }
-    const QSizeF size = c.model.recorderPreviewPixelSize;
+    const QSizeF size = c.model.recorderPreviewPixelSize();
     c.out << "Saved " << path << " (" << qRound(size.width()) << " x " << qRound(size.height())
-          << " pixels, scale " << RealNumberText::shortest(c.model.recorderPreviewScale) << ").\n";
+          << " pixels, scale " << RealNumberText::shortest(c.model.recorderPreviewScale()) << ").\n";
     return 0;
 }
 

@@ -15,7 +15,7 @@ const char *setUsage =
 
 int showProject(CommandContext &c)
 {
-    const QString path = c.model.projectFileURL(c.model.project.projectID.value_or(QString()));
+    const QString path = c.model.projectFileURL(c.model.project().projectID.value_or(QString()));
     const std::optional<QByteArray> bytes = AtomicFile::readIfExists(path);
     if (!bytes) {
         c.model.setLastError(QStringLiteral("Could not read %1.").arg(path));
@@ -40,7 +40,7 @@ QString onOff(bool value) { return value ? QStringLiteral("yes") : QStringLitera
 int setField(CommandContext &c, const QString &field, const QStringList &values)
 {
     AppModel &m = c.model;
-    const ScreenshotProject &p = m.project;
+    const ScreenshotProject &p = m.project();
     const QString single = values.size() == 1 ? values.first() : QString();
     if (field == QLatin1String("launch-wait") && values.size() == 1) {
         bool ok = false;
@@ -77,7 +77,7 @@ int setField(CommandContext &c, const QString &field, const QStringList &values)
     } else {
         return c.usageError(QString::fromLatin1(setUsage));
     }
-    return m.lastError ? 1 : 0;
+    return m.lastError() ? 1 : 0;
 }
 
 int runProject(CommandContext &c)

@@ -14,14 +14,14 @@ QString dateText(ReferenceSeconds seconds)
 
 bool isCurrent(const AppModel &model, const ProjectLibraryItem &item)
 {
-    return model.project.projectID == item.id;
+    return model.project().projectID == item.id;
 }
 
 void printLibrary(CommandContext &c, bool json)
 {
     if (json) {
         QJsonArray array;
-        for (const ProjectLibraryItem &item : c.model.projectLibrary)
+        for (const ProjectLibraryItem &item : c.model.projectLibrary())
             array.append(QJsonObject{
                 {QStringLiteral("id"), item.id},
                 {QStringLiteral("title"), item.title},
@@ -38,7 +38,7 @@ void printLibrary(CommandContext &c, bool json)
         c.printJson(array);
         return;
     }
-    for (const ProjectLibraryItem &item : c.model.projectLibrary)
+    for (const ProjectLibraryItem &item : c.model.projectLibrary())
         c.out << (isCurrent(c.model, item) ? "* " : "  ") << item.title << "  (" << item.subtitle << ")  "
               << item.id << "\n";
 }
@@ -47,7 +47,7 @@ void printLibrary(CommandContext &c, bool json)
 std::optional<ProjectLibraryItem> findItem(const AppModel &model, const QString &id)
 {
     QList<ProjectLibraryItem> matches;
-    for (const ProjectLibraryItem &item : model.projectLibrary) {
+    for (const ProjectLibraryItem &item : model.projectLibrary()) {
         if (item.id.compare(id, Qt::CaseInsensitive) == 0)
             return item;
         if (!id.isEmpty() && item.id.startsWith(id, Qt::CaseInsensitive))
@@ -72,14 +72,14 @@ int runProjects(CommandContext &c)
     if (action == QLatin1String("new")) {
         c.model.startNewProject(rest.join(QLatin1Char(' ')));
         c.flushLog();
-        if (!c.model.lastError)
+        if (!c.model.lastError())
             c.printCurrentProject();
         return 0;
     }
     if (action == QLatin1String("rename") && !rest.isEmpty()) {
         c.model.renameCurrentProject(rest.join(QLatin1Char(' ')));
-        if (!c.model.lastError)
-            c.out << "Renamed project to " << AppModel::displayName(c.model.project) << ".\n";
+        if (!c.model.lastError())
+            c.out << "Renamed project to " << AppModel::displayName(c.model.project()) << ".\n";
         return 0;
     }
     if ((action == QLatin1String("open") || action == QLatin1String("delete")) && rest.size() == 1) {
@@ -95,7 +95,7 @@ int runProjects(CommandContext &c)
         }
         const bool wasCurrent = isCurrent(c.model, *item);
         c.model.deleteProject(*item);
-        if (c.model.lastError)
+        if (c.model.lastError())
             return 0;
         if (!wasCurrent) {
             c.out << "Deleted project: " << item->title << "\n";

@@ -46,8 +46,8 @@ struct Session
     void report()
     {
         c.flushLog();
-        if (c.model.lastError) {
-            c.err << *c.model.lastError << "\n";
+        if (c.model.lastError()) {
+            c.err << *c.model.lastError() << "\n";
             c.err.flush();
             c.model.clearLastError();
             refused = true;
@@ -64,8 +64,8 @@ struct Session
     void printStatus()
     {
         AppModel &m = c.model;
-        c.out << "Status: " << m.simulatorEventRecordingStatus << "\n"
-              << "Checkpoints: " << m.project.screens.size() << "\n"
+        c.out << "Status: " << m.simulatorEventRecordingStatus() << "\n"
+              << "Checkpoints: " << m.project().screens.size() << "\n"
               << "Recorded actions: " << m.recordedInputActionCount() << "\n";
         const QStringList pending = m.pendingOperationDescriptions();
         c.out << "Pending: " << (pending.isEmpty() ? QStringLiteral("(none)") : pending.join(QStringLiteral("; ")))
@@ -83,9 +83,9 @@ struct Session
                 if (!operation.isWait())
                     actions.append(operation);
         };
-        for (const ScreenDraft &screen : c.model.project.screens)
+        for (const ScreenDraft &screen : c.model.project().screens)
             collect(screen.operations);
-        collect(c.model.pendingOperations);
+        collect(c.model.pendingOperations());
         return actions;
     }
 
@@ -164,8 +164,8 @@ struct Session
     void checkpoint(const QString &name)
     {
         c.model.captureManualScreenshot(name);
-        if (!c.model.lastError && c.model.lastManualCaptureURL)
-            c.out << "Saved checkpoint " << *c.model.lastManualCaptureURL << "\n";
+        if (!c.model.lastError() && c.model.lastManualCaptureURL())
+            c.out << "Saved checkpoint " << *c.model.lastManualCaptureURL() << "\n";
         c.out.flush();
         report();
     }
@@ -211,23 +211,23 @@ int runSession(CommandContext &c, bool clicks)
     }
     // Without --clicks, taps and swipes are typed here, not clicked, and
     // time is the script's.
-    model.observesDesktopClicks = clicks;
+    model.setObservesDesktopClicks(clicks);
     std::shared_ptr<ReferenceSeconds> clock;
     if (!clicks) {
         clock = std::make_shared<ReferenceSeconds>(ReferenceDate::now());
-        model.recordingClock = [clock] { return *clock; };
+        model.setRecordingClock([clock] { return *clock; });
     }
     model.startFlowRecording();
     c.flushLog();
-    if (!model.isRecordingFlow)
+    if (!model.isRecordingFlow())
         return 1; // main() prints why
-    if (model.lastError) {
+    if (model.lastError()) {
         // Recording runs; only something around it (such as the preview) failed.
-        c.err << "note: " << *model.lastError << "\n";
+        c.err << "note: " << *model.lastError() << "\n";
         model.clearLastError();
     }
     if (clicks)
-        c.out << model.simulatorEventRecordingStatus << "\n";
+        c.out << model.simulatorEventRecordingStatus() << "\n";
     c.out << "Recording. One command per line; 'stop' or the end of input ends the recording.\n";
     c.out.flush();
 
@@ -238,26 +238,26 @@ int runSession(CommandContext &c, bool clicks)
                      [&](const QString &line) {
                          const bool goesOn = session.handle(line);
                          session.printNewlyRecorded();
-                         if (!goesOn || !model.isRecordingFlow)
+                         if (!goesOn || !model.isRecordingFlow())
                              end();
-                         return goesOn && model.isRecordingFlow;
+                         return goesOn && model.isRecordingFlow();
                      },
                      end);
     // Clicks are recorded between commands; a recording that the desktop
     // ended (its display went away) ends the session too.
     QObject::connect(&model, &AppModel::changed, &loop, [&] {
         session.printNewlyRecorded();
-        if (!model.isRecordingFlow)
+        if (!model.isRecordingFlow())
             end();
     }, Qt::QueuedConnection);
     const Interrupts::Handler interrupts(end); // Ctrl-C ends the recording as 'stop' does
     loop.exec();
 
     session.printNewlyRecorded();
-    const bool endedByDesktop = !model.isRecordingFlow;
+    const bool endedByDesktop = !model.isRecordingFlow();
     if (!endedByDesktop)
         model.stopFlowRecording();
-    c.out << "Stopped recording: " << model.project.screens.size() << " checkpoints, "
+    c.out << "Stopped recording: " << model.project().screens.size() << " checkpoints, "
           << model.recordedInputActionCount() << " recorded actions.\n";
     c.out.flush();
     if (endedByDesktop)
@@ -274,7 +274,7 @@ int runRecord(CommandContext &c)
         return runSession(c, true);
     if (c.arguments == QStringList{QStringLiteral("reset")}) {
         c.model.resetRecordedFlow();
-        if (!c.model.lastError)
+        if (!c.model.lastError())
             c.out << "Cleared the recorded flow and its checkpoint images.\n";
         return 0;
     }

@@ -102,13 +102,13 @@ int runReview(CommandContext &c)
         for (const GeneratedLanguageGroup &group : groups)
             languages.append(QJsonObject{{QStringLiteral("language"), group.language},
                                          {QStringLiteral("images"), imagesJson(group.images)}});
-        c.printJson(QJsonObject{{QStringLiteral("outputDirectory"), c.model.project.outputDirectory},
+        c.printJson(QJsonObject{{QStringLiteral("outputDirectory"), c.model.project().outputDirectory},
                                 {QStringLiteral("languages"), languages},
                                 {QStringLiteral("needsReview"), imagesJson(needsReview)},
                                 {QStringLiteral("localizationWarnings"), warningsJson(warnings)}});
         return 0;
     }
-    c.out << "Output: " << c.model.project.outputDirectory << "\n";
+    c.out << "Output: " << c.model.project().outputDirectory << "\n";
     if (groups.isEmpty() && needsReview.isEmpty()) {
         c.out << "No generated screenshots yet.\n";
         return 0;

@@ -20,7 +20,7 @@ QString seconds(double value) { return RealNumberText::shortest(value); }
 
 void printScreens(CommandContext &c, bool json)
 {
-    const ScreenshotProject &p = c.model.project;
+    const ScreenshotProject &p = c.model.project();
     if (json) {
         QJsonArray array;
         for (qsizetype i = 0; i < p.screens.size(); ++i) {
@@ -82,13 +82,13 @@ std::optional<ScreenOptions> takeOptions(CommandContext &c)
 // Applies the options to screen `number`, stopping at the first refusal.
 void apply(AppModel &m, qint64 number, const ScreenOptions &options)
 {
-    if (options.name && !m.lastError)
+    if (options.name && !m.lastError())
         m.renameScreen(number, *options.name);
-    if (options.state && !m.lastError)
+    if (options.state && !m.lastError())
         m.setScreenState(number, *options.state);
-    if (options.sample && !m.lastError)
+    if (options.sample && !m.lastError())
         m.setScreenSampleName(number, *options.sample);
-    if (options.launchWait && !m.lastError)
+    if (options.launchWait && !m.lastError())
         m.setScreenLaunchWaitSeconds(number, *options.launchWait);
 }
 
@@ -106,8 +106,8 @@ int runScreens(CommandContext &c)
     AppModel &m = c.model;
     if (action == QLatin1String("add") && c.arguments.size() == 2 && !options->name) {
         m.addScreen(c.arguments.at(1));
-        if (!m.lastError)
-            apply(m, m.project.screens.size(), *options);
+        if (!m.lastError())
+            apply(m, m.project().screens.size(), *options);
     } else if (action == QLatin1String("set") && c.arguments.size() == 2) {
         bool ok = false;
         const qint64 number = c.arguments.at(1).toLongLong(&ok);
@@ -117,7 +117,7 @@ int runScreens(CommandContext &c)
     } else {
         return c.usageError(QString::fromLatin1(usage));
     }
-    if (m.lastError)
+    if (m.lastError())
         return 1;
     printScreens(c, json);
     return 0;

@@ -12,7 +12,7 @@ void printSnapshots(CommandContext &c, bool json)
 {
     if (json) {
         QJsonArray array;
-        for (const ProjectSnapshotSummary &snapshot : c.model.projectSnapshots)
+        for (const ProjectSnapshotSummary &snapshot : c.model.projectSnapshots())
             array.append(QJsonObject{
                 {QStringLiteral("title"), snapshot.title},
                 {QStringLiteral("subtitle"), snapshot.subtitle},
@@ -23,7 +23,7 @@ void printSnapshots(CommandContext &c, bool json)
         c.printJson(array);
         return;
     }
-    for (const ProjectSnapshotSummary &snapshot : c.model.projectSnapshots)
+    for (const ProjectSnapshotSummary &snapshot : c.model.projectSnapshots())
         c.out << QFileInfo(snapshot.url).fileName() << "  " << snapshot.title << "  (" << snapshot.subtitle << ")\n";
 }
 
@@ -59,7 +59,7 @@ int runSnapshots(CommandContext &c)
         snapshot.url = snapshotPath(c.model, c.arguments.at(1));
         c.model.restoreProjectSnapshot(snapshot);
         c.flushLog();
-        if (!c.model.lastError)
+        if (!c.model.lastError())
             c.printCurrentProject();
         return 0;
     }

@@ -39,7 +39,7 @@ int runStatus(CommandContext &c)
     const bool json = c.takeFlag(QStringLiteral("--json"));
     if (!c.arguments.isEmpty())
         return c.usageError(QStringLiteral("status takes no arguments besides --json."));
-    const ScreenshotProject &p = c.model.project;
+    const ScreenshotProject &p = c.model.project();
     const QString udid = c.model.attachedDeviceID().value_or(QString());
     const QString deviceName = udid.isEmpty() ? QString() : c.model.displayNameForDeviceID(udid);
     const QString deviceState = c.model.deviceState(udid);

@@ -103,16 +103,16 @@ int main(int argc, char **argv)
         return status;
     }
     const bool loaded = model.loadSavedProject();
-    if (loaded && model.lastError) {
+    if (loaded && model.lastError()) {
         // The project loaded but could not be written back (a read-only
         // workspace, say): every command still works on it, and a command
         // that changes it reports its own failed save.
-        err << *model.lastError << "\n";
+        err << *model.lastError() << "\n";
         model.clearLastError();
     } else if (!loaded) {
-        err << *model.lastError << "\n";
+        err << *model.lastError() << "\n";
         if (!command->recoversFromFailedLoad) {
-            if (!model.projectLibrary.isEmpty())
+            if (!model.projectLibrary().isEmpty())
                 err << "Nothing was written over it. 'vantrel projects' lists the other projects and "
                        "'vantrel projects open ID' opens one.\n";
             return 1;
@@ -124,12 +124,12 @@ int main(int argc, char **argv)
         model.refreshAfterLoad();
         // A start-up refresh that fails (no simulator tools, say) does not stop
         // a command that may not need them; the command reports its own errors.
-        if (model.lastError) {
-            err << "note: " << *model.lastError << "\n";
+        if (model.lastError()) {
+            err << "note: " << *model.lastError() << "\n";
             model.clearLastError();
         }
     }
-    context.printedLog = RunLogFollower(model.runLog);
+    context.printedLog = RunLogFollower(model.runLog());
 
     const int status = Interrupts::received() ? 130 : command->run(context);
     context.flushLog();
@@ -141,8 +141,8 @@ int main(int argc, char **argv)
             err << "Interrupted.\n";
         return 130;
     }
-    if (model.lastError) {
-        err << *model.lastError << "\n";
+    if (model.lastError()) {
+        err << *model.lastError() << "\n";
         return status == 0 ? 1 : status;
     }
     return status;

@@ -69,8 +69,7 @@ void BuildGeneration::execute()
                 m.validateRunnableProject();
                 const QString path = m.writeGeneratedConfig();
                 m_packageRoot = m.packageRoot();
-                m.runProgress = m.initializedRunProgress();
-                m.isRunning = true;
+                m.markRunStarted();
                 m.appendLog(QStringLiteral("Wrote ") + path);
                 return path;
             });
@@ -82,12 +81,12 @@ void BuildGeneration::execute()
                 onMain([](AppModel &m) { m.endRunCancelled(); });
             } else if (status == 0) {
                 onMain([this](AppModel &m) {
-                    const QHash<QString, RunProgress> pairs = m.runProgress;
+                    const QHash<QString, RunProgress> pairs = m.runProgress();
                     for (const RunProgress &pair : pairs)
                         m.updateRunProgress(pair.language, pair.deviceID, pair.completed, RunProgressState::done);
                     m.appendLog(QStringLiteral("Build generation complete."));
                     m.endRunSucceeded(m_summary.isEmpty() ? QStringLiteral("Generated the screenshots into ")
-                                                                + m.project.outputDirectory + QLatin1Char('.')
+                                                                + m.project().outputDirectory + QLatin1Char('.')
                                                           : m_summary);
                 });
             } else {
@@ -123,7 +122,7 @@ qint32 BuildGeneration::runGenerator(const AppModel::GeneratorCommand &command, 
     }
     onMain([&](AppModel &m) {
         m.appendLog(QStringLiteral("Running ") + (QStringList{command.executable} + arguments).join(QLatin1Char(' ')));
-        m.runProcess = process;
+        m.adoptRunProcess(process);
         // A cancel that came in before the process was known ends it now.
         if (m_cancelled->load())
             process->terminate();
@@ -131,10 +130,7 @@ qint32 BuildGeneration::runGenerator(const AppModel::GeneratorCommand &command, 
     while (!process->waitForExit(outputPollMilliseconds))
         forwardOutput(*process, false);
     forwardOutput(*process, true);
-    onMain([&](AppModel &m) {
-        if (m.runProcess == process)
-            m.runProcess.reset();
-    });
+    onMain([&](AppModel &m) { m.releaseRunProcess(process); });
     return process->output().exitStatus;
 }
 
@@ -177,7 +173,7 @@ void AppModel::handleGeneratorOutputLine(const QString &line)
     if (!match.hasMatch())
         return;
     const QString language = match.captured(1);
-    for (const QString &device : project.devices)
-        if (displayNameForDeviceID(device) == match.captured(2) && project.languages.contains(language))
+    for (const QString &device : m_project.devices)
+        if (displayNameForDeviceID(device) == match.captured(2) && m_project.languages.contains(language))
             incrementRunProgress(language, device);
 }

@@ -80,8 +80,8 @@ QList<ScreenshotValidationIssue> AppModel::validateGeneratedScreens(const QStrin
     // (and most are ready from the run's prefetch); the verdicts then follow
     // in screen order.
     QList<ScreenCheck> checks;
-    for (qsizetype i = 0; i < project.screens.size(); ++i) {
-        const ScreenDraft &screen = project.screens.at(i);
+    for (qsizetype i = 0; i < m_project.screens.size(); ++i) {
+        const ScreenDraft &screen = m_project.screens.at(i);
         ScreenCheck check;
         check.filename = screenshotFileName(i + 1, screen.name);
         check.generated = QDir(outputDirectory).filePath(check.filename);
@@ -120,7 +120,7 @@ QList<ScreenshotValidationIssue> AppModel::validateGeneratedScreens(const QStrin
 
 std::optional<QString> AppModel::referenceCheckpointURL(qint64 screenNumber, const QString &fallbackName) const
 {
-    for (const ManualScreenDraft &checkpoint : project.manualScreens.value_or(QList<ManualScreenDraft>{})) {
+    for (const ManualScreenDraft &checkpoint : m_project.manualScreens.value_or(QList<ManualScreenDraft>{})) {
         if (checkpoint.index != screenNumber)
             continue;
         if (checkpoint.filename && !checkpoint.filename->isEmpty())
@@ -144,7 +144,7 @@ std::optional<QString> AppModel::driftBaselineURL(qint64 screenNumber, const QSt
         return std::nullopt; // nothing recorded to compare with
     if (isReferenceForDevice(*reference, screenshot))
         return reference;
-    const QString firstLanguage = project.languages.value(0);
+    const QString firstLanguage = m_project.languages.value(0);
     if (language == firstLanguage)
         return std::nullopt;
     const QString firstShot = QDir(generatedOutputDirectory(firstLanguage, deviceName))
@@ -156,13 +156,13 @@ std::optional<QString> AppModel::driftBaselineURL(qint64 screenNumber, const QSt
 
 QString AppModel::generatedOutputDirectory(const QString &language, const QString &deviceName) const
 {
-    return project.outputDirectory + QLatin1Char('/') + PathSanitizer::component(language) + QLatin1Char('/')
+    return m_project.outputDirectory + QLatin1Char('/') + PathSanitizer::component(language) + QLatin1Char('/')
            + PathSanitizer::component(deviceName);
 }
 
 QString AppModel::needsReviewDirectory(const QString &language, const QString &deviceName) const
 {
-    return project.outputDirectory + QStringLiteral("/_needs-review/") + PathSanitizer::component(language)
+    return m_project.outputDirectory + QStringLiteral("/_needs-review/") + PathSanitizer::component(language)
            + QLatin1Char('/') + PathSanitizer::component(deviceName);
 }
 

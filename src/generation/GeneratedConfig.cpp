@@ -11,16 +11,16 @@
 
 void AppModel::validateRunnableProject() const
 {
-    if (project.appPath.isEmpty() || !QFileInfo::exists(project.appPath))
+    if (m_project.appPath.isEmpty() || !QFileInfo::exists(m_project.appPath))
         throw AppError(QStringLiteral("Choose a valid .app bundle for full generation. "
                                       "Attached simulator sessions can use Recorder > Capture Current."));
-    if (project.bundleId.isEmpty())
+    if (m_project.bundleId.isEmpty())
         throw AppError(QStringLiteral("Bundle ID is missing."));
-    if (project.devices.isEmpty())
+    if (m_project.devices.isEmpty())
         throw AppError(QStringLiteral("Select at least one simulator."));
-    if (project.languages.isEmpty())
+    if (m_project.languages.isEmpty())
         throw AppError(QStringLiteral("Select at least one language."));
-    if (project.screens.isEmpty())
+    if (m_project.screens.isEmpty())
         throw AppError(QStringLiteral("Add at least one screenshot screen."));
 }
 
@@ -33,6 +33,6 @@ QString AppModel::writeGeneratedConfig() const
 {
     Folder::ensure(workspaceDirectory());
     const QString location = generatedConfigURL();
-    AtomicFile::write(location, ConfigWriter::yaml(project).toUtf8());
+    AtomicFile::write(location, ConfigWriter::yaml(m_project).toUtf8());
     return location;
 }

@@ -49,28 +49,28 @@ void AppModel::setLaunchWaitSeconds(double seconds)
     const ProjectChange change(*this);
     if (const auto problem = waitProblem(seconds))
         return setLastError(*problem);
-    project.launchWaitSeconds = seconds;
+    m_project.launchWaitSeconds = seconds;
     save(*this);
 }
 
 void AppModel::setResetAppData(bool reset)
 {
     const ProjectChange change(*this);
-    project.resetAppData = reset;
+    m_project.resetAppData = reset;
     save(*this);
 }
 
 void AppModel::setOpenSimulator(bool open)
 {
     const ProjectChange change(*this);
-    project.openSimulator = open;
+    m_project.openSimulator = open;
     save(*this);
 }
 
 void AppModel::setGlobalLaunchArguments(const QStringList &arguments)
 {
     const ProjectChange change(*this);
-    project.globalLaunchArguments = arguments;
+    m_project.globalLaunchArguments = arguments;
     save(*this);
 }
 
@@ -83,7 +83,7 @@ void AppModel::setStateArgumentName(const QString &name)
                             + ScreenshotProject::defaultStateArgumentName + QLatin1Char('.'));
     if (const auto problem = argumentNameProblem(trimmed))
         return setLastError(*problem);
-    project.stateArgumentName = trimmed;
+    m_project.stateArgumentName = trimmed;
     save(*this);
 }
 
@@ -93,7 +93,7 @@ void AppModel::setSampleNameArgumentName(const QString &name)
     const QString trimmed = name.trimmed();
     if (const auto problem = argumentNameProblem(trimmed))
         return setLastError(*problem);
-    project.sampleNameArgumentName = trimmed;
+    m_project.sampleNameArgumentName = trimmed;
     save(*this);
 }
 
@@ -103,20 +103,20 @@ void AppModel::addScreen(const QString &name)
     const QString trimmed = name.trimmed();
     if (trimmed.isEmpty())
         return setLastError(QStringLiteral("A screen needs a name."));
-    if (isRecordingFlow)
+    if (m_isRecordingFlow)
         return setLastError(QStringLiteral("Stop recording before adding a screen; a recording adds its own "
                                            "screens with each checkpoint."));
-    const qint64 number = project.screens.size() + 1;
-    project.screens.append(ScreenDraft{.id = UuidText::create(), .name = trimmed});
+    const qint64 number = m_project.screens.size() + 1;
+    m_project.screens.append(ScreenDraft{.id = UuidText::create(), .name = trimmed});
     const QList<ManualScreenDraft> checkpoints = manualScreens();
     if (std::none_of(checkpoints.begin(), checkpoints.end(),
                      [number](const ManualScreenDraft &c) { return c.index == number; })) {
         QList<ManualScreenDraft> updated = checkpoints;
         updated.append(ManualScreenDraft{UuidText::create(), number, trimmed, std::nullopt});
-        project.manualScreens = updated;
+        m_project.manualScreens = updated;
     }
     // The next recorded checkpoint takes the next number.
-    project.manualCaptureIndex = std::max(nextManualCaptureIndex(), number + 1);
+    m_project.manualCaptureIndex = std::max(nextManualCaptureIndex(), number + 1);
     save(*this);
 }
 
@@ -126,7 +126,7 @@ void AppModel::renameScreen(qint64 number, const QString &name)
     const QString trimmed = name.trimmed();
     if (trimmed.isEmpty())
         return setLastError(QStringLiteral("A screen needs a name."));
-    if (const auto problem = screenProblem(project, number))
+    if (const auto problem = screenProblem(m_project, number))
         return setLastError(*problem);
     // The checkpoint of the same number carries the name in its image's
     // file name: renaming it renames both, the way the desktop does.
@@ -135,35 +135,35 @@ void AppModel::renameScreen(qint64 number, const QString &name)
                                          [number](const ManualScreenDraft &c) { return c.index == number; });
     if (checkpoint != checkpoints.end())
         return renameCheckpoint(*checkpoint, trimmed);
-    project.screens[number - 1].name = trimmed;
+    m_project.screens[number - 1].name = trimmed;
     save(*this);
 }
 
 void AppModel::setScreenState(qint64 number, const QString &state)
 {
     const ProjectChange change(*this);
-    if (const auto problem = screenProblem(project, number))
+    if (const auto problem = screenProblem(m_project, number))
         return setLastError(*problem);
-    project.screens[number - 1].state = state.trimmed();
+    m_project.screens[number - 1].state = state.trimmed();
     save(*this);
 }
 
 void AppModel::setScreenSampleName(qint64 number, const QString &sampleName)
 {
     const ProjectChange change(*this);
-    if (const auto problem = screenProblem(project, number))
+    if (const auto problem = screenProblem(m_project, number))
         return setLastError(*problem);
-    project.screens[number - 1].sampleName = sampleName.trimmed();
+    m_project.screens[number - 1].sampleName = sampleName.trimmed();
     save(*this);
 }
 
 void AppModel::setScreenLaunchWaitSeconds(qint64 number, double seconds)
 {
     const ProjectChange change(*this);
-    if (const auto problem = screenProblem(project, number))
+    if (const auto problem = screenProblem(m_project, number))
         return setLastError(*problem);
     if (const auto problem = waitProblem(seconds))
         return setLastError(*problem);
-    project.screens[number - 1].launchWaitSeconds = seconds;
+    m_project.screens[number - 1].launchWaitSeconds = seconds;
     save(*this);
 }

@@ -136,7 +136,7 @@ void RecordedRun::prepare()
 {
     onMain([this](AppModel &m) {
         m.validateRecordedAttachedProject();
-        m_project = m.project;
+        m_project = m.project();
         m_packageRoot = m.packageRoot();
         m_workspace = m.workspaceDirectory();
         m_platform = &m.platform();
@@ -147,11 +147,7 @@ void RecordedRun::prepare()
             [platform](const QString &path) { return ScreenWordsReader::readScreenshot(*platform, path); });
     }
     AppModel::ensureXCUITestReplayAvailableIfNeeded(m_project.screens);
-    onMain([](AppModel &m) {
-        m.runProgress = m.initializedRunProgress();
-        m.isRunning = true;
-        m.notifyChanged();
-    });
+    onMain([](AppModel &m) { m.markRunStarted(); });
 }
 
 QString RecordedRun::runCommand(const QStringList &arguments, const QString &command)
@@ -395,7 +391,8 @@ QString AppModel::driftStopMessage()
 
 std::optional<DriftNotice> AppModel::lastRunDriftNotice() const
 {
-    if (!lastRunOutcome || lastRunOutcome->kind != RunOutcomeKind::failed || lastRunOutcome->detail != driftStopMessage())
+    if (!m_lastRunOutcome || m_lastRunOutcome->kind != RunOutcomeKind::failed
+        || m_lastRunOutcome->detail != driftStopMessage())
         return std::nullopt;
     return DriftNotice{QStringLiteral("Drift detected"),
                        QStringLiteral("Possible paywall, modal, slow transition, or wrong screen.")};
@@ -403,7 +400,7 @@ std::optional<DriftNotice> AppModel::lastRunDriftNotice() const
 
 QString AppModel::lastRunLog() const
 {
-    return runLog.mid(std::min(lastRunLogStart, runLog.size()));
+    return m_runLog.mid(std::min(m_lastRunLogStart, m_runLog.size()));
 }
 
 RunOutcome AppModel::cancelledOutcome(qint64 completed, qint64 total)
@@ -426,16 +423,16 @@ void AppModel::runRecordedAttachedCapture(QPointer<AppModel> model, std::shared_
 void AppModel::cancelRun()
 {
     assertMainThread();
-    runCancelRequested->store(true);
-    runTask = QFuture<void>();
-    if (runProcess) {
-        runProcess->terminate();
-        runProcess.reset();
+    m_runCancelRequested->store(true);
+    m_runTask = QFuture<void>();
+    if (m_runProcess) {
+        m_runProcess->terminate();
+        m_runProcess.reset();
     }
     XCUITestReplay::cancelActiveRuns();
-    isRunning = false;
+    m_isRunning = false;
     markUnfinishedProgressIdle();
     appendLog(QStringLiteral("Cancel requested."));
-    lastRunOutcome = cancelledOutcome(completedRunProgressCount(), runTotalCount());
+    m_lastRunOutcome = cancelledOutcome(completedRunProgressCount(), runTotalCount());
     notifyChanged();
 }

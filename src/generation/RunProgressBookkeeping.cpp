@@ -19,9 +19,9 @@ qint64 screenTotal(const ScreenshotProject &project)
 QHash<QString, RunProgress> AppModel::initializedRunProgress() const
 {
     QHash<QString, RunProgress> progress;
-    const qint64 total = screenTotal(project);
-    for (const QString &device : project.devices)
-        for (const QString &language : project.languages)
+    const qint64 total = screenTotal(m_project);
+    for (const QString &device : m_project.devices)
+        for (const QString &language : m_project.languages)
             progress.insert(RunProgress::key(language, device),
                             {language, device, 0, total, RunProgressState::queued});
     return progress;
@@ -32,9 +32,9 @@ void AppModel::updateRunProgress(const QString &language, const QString &deviceI
 {
     assertMainThread();
     const QString key = RunProgress::key(language, deviceID);
-    const auto existing = runProgress.constFind(key);
-    const qint64 total = existing != runProgress.cend() ? existing->total : screenTotal(project);
-    runProgress.insert(key, {language, deviceID, std::clamp<qint64>(completed, 0, total), total, state});
+    const auto existing = m_runProgress.constFind(key);
+    const qint64 total = existing != m_runProgress.cend() ? existing->total : screenTotal(m_project);
+    m_runProgress.insert(key, {language, deviceID, std::clamp<qint64>(completed, 0, total), total, state});
     notifyChanged();
 }
 
@@ -42,17 +42,18 @@ void AppModel::incrementRunProgress(const QString &language, const QString &devi
 {
     assertMainThread();
     const QString key = RunProgress::key(language, deviceID);
-    RunProgress entry = runProgress.value(key, {language, deviceID, 0, screenTotal(project), RunProgressState::idle});
+    RunProgress entry
+        = m_runProgress.value(key, {language, deviceID, 0, screenTotal(m_project), RunProgressState::idle});
     entry.completed = std::min(entry.completed + 1, entry.total);
     entry.state = RunProgressState::running;
-    runProgress.insert(key, entry);
+    m_runProgress.insert(key, entry);
     notifyChanged();
 }
 
 void AppModel::markUnfinishedProgressIdle()
 {
     assertMainThread();
-    for (RunProgress &entry : runProgress)
+    for (RunProgress &entry : m_runProgress)
         if (entry.state == RunProgressState::queued || entry.state == RunProgressState::running)
             entry.state = RunProgressState::idle;
     notifyChanged();
@@ -61,7 +62,7 @@ void AppModel::markUnfinishedProgressIdle()
 void AppModel::markRunningProgressFailed()
 {
     assertMainThread();
-    for (RunProgress &entry : runProgress)
+    for (RunProgress &entry : m_runProgress)
         if (entry.state == RunProgressState::running)
             entry.state = RunProgressState::failed;
     notifyChanged();
@@ -70,7 +71,7 @@ void AppModel::markRunningProgressFailed()
 qint64 AppModel::completedRunProgressCount() const
 {
     qint64 sum = 0;
-    for (const RunProgress &entry : runProgress)
+    for (const RunProgress &entry : m_runProgress)
         sum += entry.completed;
     return sum;
 }

@@ -16,9 +16,9 @@ QString summary(const RunProgress &progress)
 QList<RunProgressCell> AppModel::runProgressCells() const
 {
     QList<RunProgressCell> cells;
-    for (const QString &device : project.devices) {
+    for (const QString &device : m_project.devices) {
         const QString name = displayNameForDeviceID(device);
-        for (const QString &language : project.languages)
+        for (const QString &language : m_project.languages)
             cells.append({device, name, language});
     }
     return cells;

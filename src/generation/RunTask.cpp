@@ -30,34 +30,31 @@ QThreadPool &runPool()
     return *pool;
 }
 
-// One run per workspace, whichever process starts it: two runs would share
-// the runner project and mix their outputs. A lock left by a process that
-// died is taken over.
-bool takeGenerationLock(AppModel &model)
+} // namespace
+
+bool AppModel::takeGenerationLock()
 {
     try {
-        Folder::ensure(model.workspaceDirectory());
+        Folder::ensure(workspaceDirectory());
     } catch (const AppError &error) {
-        model.setLastError(error.message());
+        setLastError(error.message());
         return false;
     }
-    auto lock = std::make_unique<QLockFile>(model.generationLockFile());
+    auto lock = std::make_unique<QLockFile>(generationLockFile());
     lock->setStaleLockTime(0);
     if (!lock->tryLock(0)) {
         qint64 pid = 0;
         QString host;
         QString application;
         lock->getLockInfo(&pid, &host, &application);
-        model.setLastError(QStringLiteral("Another generation is running in this workspace (process %1). Wait for it "
+        setLastError(QStringLiteral("Another generation is running in this workspace (process %1). Wait for it "
                                           "to finish or cancel it, then start again.")
                                .arg(pid));
         return false;
     }
-    model.generationLock = std::move(lock);
+    m_generationLock = std::move(lock);
     return true;
 }
-
-} // namespace
 
 QString AppModel::generationLockFile() const
 {
@@ -70,19 +67,19 @@ void AppModel::startRunTask(RunJob job)
     // One run at a time: a previous one is ended and allowed to wind down
     // (it reports its own cancellation) before the next one starts. It may
     // no longer be in runTask when a cancel cleared it, so the pool tells.
-    if (runTask.isRunning()) {
-        runCancelRequested->store(true);
-        if (runProcess)
-            runProcess->terminate();
+    if (m_runTask.isRunning()) {
+        m_runCancelRequested->store(true);
+        if (m_runProcess)
+            m_runProcess->terminate();
         XCUITestReplay::cancelActiveRuns();
     }
     while (runPool().activeThreadCount() > 0)
         awaitDelay(0.02);
-    if (!takeGenerationLock(*this))
+    if (!takeGenerationLock())
         return;
-    runCancelRequested = std::make_shared<std::atomic_bool>(false);
-    lastRunLogStart = runLog.size();
-    runTask = QtConcurrent::run(&runPool(), job, QPointer<AppModel>(this), runCancelRequested);
+    m_runCancelRequested = std::make_shared<std::atomic_bool>(false);
+    m_lastRunLogStart = m_runLog.size();
+    m_runTask = QtConcurrent::run(&runPool(), job, QPointer<AppModel>(this), m_runCancelRequested);
     notifyChanged();
 }
 
@@ -92,11 +89,11 @@ void AppModel::startRunTask(RunJob job)
 void AppModel::endRun(const RunOutcome &outcome)
 {
     assertMainThread();
-    lastRunOutcome = outcome;
+    m_lastRunOutcome = outcome;
     refreshReviewImages();
-    isRunning = false;
-    runTask = QFuture<void>();
-    generationLock.reset();
+    m_isRunning = false;
+    m_runTask = QFuture<void>();
+    m_generationLock.reset();
     notifyChanged();
 }
 
@@ -120,4 +117,25 @@ void AppModel::endRunFailed(const QString &description)
     setLastError(description);
     endRun(RunOutcome{RunOutcomeKind::failed, QStringLiteral("Generation failed"), description,
                       completedRunProgressCount(), ReferenceDate::now()});
+}
+
+void AppModel::markRunStarted()
+{
+    assertMainThread();
+    m_runProgress = initializedRunProgress();
+    m_isRunning = true;
+    notifyChanged();
+}
+
+void AppModel::adoptRunProcess(std::shared_ptr<ChildProcess> process)
+{
+    assertMainThread();
+    m_runProcess = std::move(process);
+}
+
+void AppModel::releaseRunProcess(const std::shared_ptr<ChildProcess> &process)
+{
+    assertMainThread();
+    if (m_runProcess == process)
+        m_runProcess.reset();
 }

@@ -9,13 +9,13 @@
 
 void AppModel::validateRecordedAttachedProject() const
 {
-    if (project.bundleId.isEmpty())
+    if (m_project.bundleId.isEmpty())
         throw AppError(QStringLiteral("Select the installed app bundle ID before running recorded automation."));
-    if (project.devices.isEmpty())
+    if (m_project.devices.isEmpty())
         throw AppError(QStringLiteral("Attach to a booted simulator or select a device."));
-    if (project.languages.isEmpty())
+    if (m_project.languages.isEmpty())
         throw AppError(QStringLiteral("Select at least one language."));
-    if (project.screens.isEmpty())
+    if (m_project.screens.isEmpty())
         throw AppError(QStringLiteral("Record at least one checkpoint first."));
     if (const std::optional<QString> issue = recordedFlowReplayIssue())
         throw AppError(*issue);

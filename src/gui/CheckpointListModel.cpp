@@ -35,8 +35,8 @@ QList<CheckpointListModel::Row> CheckpointListModel::rows() const
     QList<Row> result;
     for (const ManualScreenDraft &checkpoint : m_model.manualScreens()) {
         Row row{checkpoint, m_model.manualCaptureURL(checkpoint), {}};
-        if (checkpoint.index >= 1 && checkpoint.index <= m_model.project.screens.size())
-            for (const OperationDraft &operation : m_model.project.screens.at(checkpoint.index - 1).operations)
+        if (checkpoint.index >= 1 && checkpoint.index <= m_model.project().screens.size())
+            for (const OperationDraft &operation : m_model.project().screens.at(checkpoint.index - 1).operations)
                 row.navigation.append(OperationDescription::text(operation));
         result.append(row);
     }

@@ -70,11 +70,14 @@ QWidget *GeneratePanel::readinessSection()
 QWidget *GeneratePanel::runSection()
 {
     AppModel &model = m_context.model;
-    m_generate = m_actions->add(QStringLiteral("&Generate"), [&model] { model.startRecordedAttachedCapture(); },
-                                [&model] { return !model.isRunning && !model.runTask.isRunning() && model.canRunRecordedAttachedCapture(); });
+    m_generate = m_actions->add(
+        QStringLiteral("&Generate"), [&model] { model.startRecordedAttachedCapture(); },
+        [&model] {
+            return !model.isRunning() && !model.runTask().isRunning() && model.canRunRecordedAttachedCapture();
+        });
     m_generate->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_G));
     m_cancel = m_actions->add(QStringLiteral("&Cancel Generation"), [&model] { model.cancelRun(); },
-                              [&model] { return model.isRunning || model.runTask.isRunning(); }, true);
+                              [&model] { return model.isRunning() || model.runTask().isRunning(); }, true);
     m_cancel->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Period));
 
     m_grid = new QTableView;
@@ -154,13 +157,13 @@ void GeneratePanel::refresh()
     m_total->setMaximum(int(std::max<qint64>(1, model.runTotalCount())));
     m_total->setValue(int(std::min(model.completedRunProgressCount(), model.runTotalCount())));
 
-    const std::optional<RunOutcome> &outcome = model.lastRunOutcome;
+    const std::optional<RunOutcome> &outcome = model.lastRunOutcome();
     m_outcomeTitle->setText(outcome ? outcome->title : QString());
     m_outcomeDetail->setText(outcome ? outcome->detail : QString());
-    m_outcomeTitle->setVisible(outcome.has_value() && !model.isRunning);
-    m_outcomeDetail->setVisible(outcome.has_value() && !model.isRunning);
+    m_outcomeTitle->setVisible(outcome.has_value() && !model.isRunning());
+    m_outcomeDetail->setVisible(outcome.has_value() && !model.isRunning());
     const std::optional<DriftNotice> drift = model.lastRunDriftNotice();
-    m_drift->setVisible(drift.has_value() && !model.isRunning);
+    m_drift->setVisible(drift.has_value() && !model.isRunning());
     if (drift) {
         m_driftHeading->setText(drift->heading);
         m_driftText->setText(drift->explanation);

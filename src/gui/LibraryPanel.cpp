@@ -81,7 +81,7 @@ void LibraryPanel::refresh()
     if (current >= 0 && !m_projects->currentIndex().isValid())
         m_projects->setCurrentIndex(m_projectModel->index(current));
 
-    const QList<ProjectSnapshotSummary> &snapshots = m_context.model.projectSnapshots;
+    const QList<ProjectSnapshotSummary> &snapshots = m_context.model.projectSnapshots();
     QStringList texts;
     for (const ProjectSnapshotSummary &snapshot : snapshots)
         texts.append(snapshot.title + QLatin1Char('\n') + snapshot.subtitle);
@@ -114,8 +114,9 @@ void LibraryPanel::newProject()
 
 void LibraryPanel::renameProject()
 {
-    const std::optional<QString> name = m_context.dialogs.askText(
-        this, QStringLiteral("Rename Project"), QStringLiteral("Name:"), AppModel::displayName(m_context.model.project));
+    const std::optional<QString> name
+        = m_context.dialogs.askText(this, QStringLiteral("Rename Project"), QStringLiteral("Name:"),
+                                    AppModel::displayName(m_context.model.project()));
     if (name)
         m_context.model.renameCurrentProject(*name);
 }
@@ -139,7 +140,7 @@ void LibraryPanel::deleteProject()
 void LibraryPanel::restoreSnapshot()
 {
     const int row = m_snapshots->currentRow();
-    const QList<ProjectSnapshotSummary> &snapshots = m_context.model.projectSnapshots;
+    const QList<ProjectSnapshotSummary> &snapshots = m_context.model.projectSnapshots();
     if (row < 0 || row >= snapshots.size())
         return;
     m_context.model.restoreProjectSnapshot(ProjectSnapshotSummary(snapshots.at(row)));

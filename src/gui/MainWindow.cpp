@@ -159,12 +159,12 @@ MainWindow::Panel MainWindow::currentPanel() const
 
 void MainWindow::refresh()
 {
-    setWindowTitle(QStringLiteral("Vantrel \u2014 ") + AppModel::displayName(m_model.project));
-    m_banner->setVisible(m_model.lastError.has_value());
-    m_bannerText->setText(m_model.lastError.value_or(QString()));
-    if (m_model.isRecordingFlow && !m_recorder->isVisible())
+    setWindowTitle(QStringLiteral("Vantrel \u2014 ") + AppModel::displayName(m_model.project()));
+    m_banner->setVisible(m_model.lastError().has_value());
+    m_bannerText->setText(m_model.lastError().value_or(QString()));
+    if (m_model.isRecordingFlow() && !m_recorder->isVisible())
         m_recorder->showBesideSimulator();
-    else if (!m_model.isRecordingFlow && m_recorder->isVisible())
+    else if (!m_model.isRecordingFlow() && m_recorder->isVisible())
         m_recorder->hide();
 }
 
@@ -172,12 +172,12 @@ void MainWindow::closeEvent(QCloseEvent *event)
 {
     // A run still going would leave its build behind: it is cancelled, and
     // the window waits until the worker has ended its processes.
-    if (m_model.isRunning || m_model.runTask.isRunning()) {
-        const QFuture<void> run = m_model.runTask;
+    if (m_model.isRunning() || m_model.runTask().isRunning()) {
+        const QFuture<void> run = m_model.runTask();
         m_model.cancelRun();
         awaitFuture(run);
     }
-    if (m_model.isRecordingFlow)
+    if (m_model.isRecordingFlow())
         m_model.stopFlowRecording();
     m_recorder->hide();
     event->accept();

@@ -13,8 +13,8 @@ ProjectListModel::ProjectListModel(const AppModel &model, QObject *parent) : QAb
 
 void ProjectListModel::refresh()
 {
-    const QList<ProjectLibraryItem> &items = m_model.projectLibrary;
-    const QString currentID = m_model.project.projectID.value_or(QString());
+    const QList<ProjectLibraryItem> &items = m_model.projectLibrary();
+    const QString currentID = m_model.project().projectID.value_or(QString());
     if (items == m_items && currentID == m_currentID)
         return;
     bool sameRows = items.size() == m_items.size();

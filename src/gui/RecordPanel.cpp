@@ -50,7 +50,7 @@ QWidget *RecordPanel::recordingSection()
     m_toggle->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
     m_toggle->setShortcutContext(Qt::ApplicationShortcut);
     m_actions->setTextWhen(m_toggle, [&model] {
-        return model.isRecordingFlow ? QStringLiteral("Stop &Recording") : QStringLiteral("Start &Recording");
+        return model.isRecordingFlow() ? QStringLiteral("Stop &Recording") : QStringLiteral("Start &Recording");
     });
     m_save = m_actions->add(QStringLiteral("&Save Checkpoint"), [this] { saveCheckpoint(); },
                             [&model] { return model.attachedDeviceID().has_value(); });
@@ -161,7 +161,7 @@ std::optional<ManualScreenDraft> RecordPanel::selectedCheckpoint() const
 
 void RecordPanel::toggleRecording()
 {
-    if (m_context.model.isRecordingFlow)
+    if (m_context.model.isRecordingFlow())
         m_context.model.stopFlowRecording();
     else
         m_context.model.startFlowRecording();
@@ -170,7 +170,7 @@ void RecordPanel::toggleRecording()
 void RecordPanel::saveCheckpoint()
 {
     m_context.model.captureManualScreenshot(m_name->text());
-    if (!m_context.model.lastError)
+    if (!m_context.model.lastError())
         m_name->clear();
 }
 

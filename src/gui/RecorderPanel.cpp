@@ -113,7 +113,7 @@ void RecorderPanel::sendText()
     const QString text = m_text->text();
     if (text.trimmed().isEmpty())
         return;
-    if (m_context.busy.run([this, text] { m_context.model.addRecordedType(text); }) && !m_context.model.lastError)
+    if (m_context.busy.run([this, text] { m_context.model.addRecordedType(text); }) && !m_context.model.lastError())
         m_text->clear();
     acceptKeyboard(false);
 }

@@ -23,18 +23,18 @@ inline void showRecordingStatus(const AppModel &model, const RecordingStatusLabe
                                 const QString &checkpointName, int previewHeight, qint64 &previewKey,
                                 const QString &noPreview)
 {
-    labels.status->setText(model.simulatorEventRecordingStatus);
+    labels.status->setText(model.simulatorEventRecordingStatus());
     const QStringList pending = model.pendingOperationDescriptions();
     labels.pending->setText(pending.isEmpty() ? QStringLiteral("nothing yet") : pending.join(QStringLiteral("; ")));
     labels.fileName->setText(model.manualCaptureFilenamePreview(checkpointName));
 
-    const qint64 key = model.recorderPreviewImage ? model.recorderPreviewImage->cacheKey() : 0;
+    const qint64 key = model.recorderPreviewImage() ? model.recorderPreviewImage()->cacheKey() : 0;
     if (key == previewKey)
         return;
     previewKey = key;
-    if (model.recorderPreviewImage && !model.recorderPreviewImage->isNull())
+    if (model.recorderPreviewImage() && !model.recorderPreviewImage()->isNull())
         labels.preview->setPixmap(
-            QPixmap::fromImage(model.recorderPreviewImage->scaledToHeight(previewHeight, Qt::SmoothTransformation)));
+            QPixmap::fromImage(model.recorderPreviewImage()->scaledToHeight(previewHeight, Qt::SmoothTransformation)));
     else if (noPreview.isEmpty())
         labels.preview->clear();
     else

@@ -251,7 +251,7 @@ void ReviewPanel::watchOutputFolder()
 {
     // The folder itself tells when files come and go in it; its parent tells
     // when the whole folder is deleted or comes back.
-    const QString folder = QDir::cleanPath(m_context.model.project.outputDirectory);
+    const QString folder = QDir::cleanPath(m_context.model.project().outputDirectory);
     if (folder == m_watchedFolder && (!m_folderWatcher->directories().isEmpty() || !QFileInfo::exists(folder)))
         return;
     if (!m_folderWatcher->directories().isEmpty())

@@ -28,7 +28,7 @@ void RunProgressModel::refresh()
         m_languages = languages;
         m_deviceIDs = deviceIDs;
         m_deviceNames = deviceNames;
-        m_progress = m_model.runProgress;
+        m_progress = m_model.runProgress();
         endResetModel();
         return;
     }
@@ -36,9 +36,9 @@ void RunProgressModel::refresh()
     m_deviceNames = deviceNames;
     if (namesChanged && !m_deviceIDs.isEmpty())
         emit headerDataChanged(Qt::Horizontal, 0, int(m_deviceIDs.size()) - 1);
-    if (m_progress == m_model.runProgress)
+    if (m_progress == m_model.runProgress())
         return;
-    m_progress = m_model.runProgress;
+    m_progress = m_model.runProgress();
     if (!m_languages.isEmpty() && !m_deviceIDs.isEmpty())
         emit dataChanged(index(0, 0), index(int(m_languages.size()) - 1, int(m_deviceIDs.size()) - 1));
 }

@@ -183,7 +183,7 @@ QWidget *SetupPanel::outputSection()
 {
     QAction *choose = m_actions->add(QStringLiteral("Choose &Output Folder…"), [this] {
         if (const std::optional<QString> folder = m_context.dialogs.chooseFolder(
-                this, QStringLiteral("Choose Output Folder"), m_context.model.project.outputDirectory))
+                this, QStringLiteral("Choose Output Folder"), m_context.model.project().outputDirectory))
             m_context.model.setOutputDirectory(*folder);
     });
     QAction *reveal = m_actions->add(QStringLiteral("Reveal Output &Folder"),
@@ -290,10 +290,10 @@ void SetupPanel::refreshDevices()
                                                   "attach."));
     const QSignalBlocker blocker(m_devices);
     m_devices->clear();
-    for (const SimulatorDevice &device : model.availableDevices) {
+    for (const SimulatorDevice &device : model.availableDevices()) {
         auto *item = new QTreeWidgetItem({QString(), device.name, device.runtime, device.state, device.udid});
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsUserCheckable | Qt::ItemIsSelectable);
-        item->setCheckState(useColumn, model.project.devices.contains(device.udid) ? Qt::Checked : Qt::Unchecked);
+        item->setCheckState(useColumn, model.project().devices.contains(device.udid) ? Qt::Checked : Qt::Unchecked);
         if (attached == device.udid) {
             QFont font = item->font(nameColumn);
             font.setBold(true);
@@ -306,7 +306,7 @@ void SetupPanel::refreshDevices()
 void SetupPanel::refreshApps()
 {
     const AppModel &model = m_context.model;
-    const ScreenshotProject &p = model.project;
+    const ScreenshotProject &p = model.project();
     QString text = p.bundleId.isEmpty() ? QStringLiteral("No app chosen yet.")
                                         : QStringLiteral("App: %1 (%2)").arg(p.appName, p.bundleId);
     if (!p.appPath.isEmpty())
@@ -314,7 +314,7 @@ void SetupPanel::refreshApps()
     m_app->setText(text);
     const QSignalBlocker blocker(m_apps);
     m_apps->clear();
-    for (const InstalledSimulatorApp &app : model.installedApps) {
+    for (const InstalledSimulatorApp &app : model.installedApps()) {
         auto *item = new QListWidgetItem(QStringLiteral("%1 \u2014 %2").arg(app.name, app.bundleId));
         item->setData(codeRole, app.bundleId);
         if (app.bundleId == p.bundleId) {
@@ -328,7 +328,7 @@ void SetupPanel::refreshApps()
 
 void SetupPanel::refreshLanguages()
 {
-    const QStringList &chosen = m_context.model.project.languages;
+    const QStringList &chosen = m_context.model.project().languages;
     QStringList labels;
     for (const QString &code : chosen)
         labels.append(code);
@@ -366,7 +366,7 @@ void SetupPanel::filterLanguages()
 
 void SetupPanel::refreshLaunchChoices()
 {
-    const ScreenshotProject &p = m_context.model.project;
+    const ScreenshotProject &p = m_context.model.project();
     showText(m_output, p.outputDirectory);
     if (!m_launchWait->hasFocus() && m_launchWait->value() != p.launchWaitSeconds) {
         const QSignalBlocker blocker(m_launchWait);
@@ -388,7 +388,7 @@ void SetupPanel::refreshScreens()
     const QWidget *focus = QApplication::focusWidget();
     if (focus && focus != m_screens && m_screens->isAncestorOf(focus))
         return; // a cell is being edited: never under the user's typing
-    const QList<ScreenDraft> &screens = m_context.model.project.screens;
+    const QList<ScreenDraft> &screens = m_context.model.project().screens;
     const QSignalBlocker blocker(m_screens);
     m_screens->setRowCount(int(screens.size()));
     for (int row = 0; row < screens.size(); ++row) {
@@ -419,8 +419,8 @@ void SetupPanel::appChosen(QListWidgetItem *item)
 {
     const QString bundleId = item->data(codeRole).toString();
     AppModel &model = m_context.model;
-    for (const InstalledSimulatorApp &app : model.installedApps)
-        if (app.bundleId == bundleId && app.bundleId != model.project.bundleId)
+    for (const InstalledSimulatorApp &app : model.installedApps())
+        if (app.bundleId == bundleId && app.bundleId != model.project().bundleId)
             QMetaObject::invokeMethod(this, [this, &model, app] { edit([&model, app] { model.selectInstalledApp(app); }); },
                                       Qt::QueuedConnection);
 }

@@ -63,8 +63,8 @@ AppModel::AppModel(std::optional<QString> packageRootOverride,
     } else {
         m_packageRoot = chooseDefaultPackageRoot();
     }
-    project.projectID = UuidText::create();
-    project.outputDirectory = defaultOutputDirectory(project.projectID, displayName(project));
+    m_project.projectID = UuidText::create();
+    m_project.outputDirectory = defaultOutputDirectory(m_project.projectID, displayName(m_project));
 }
 
 AppModel::~AppModel() = default;
@@ -87,16 +87,16 @@ void AppModel::notifyChanged()
 void AppModel::appendLog(const QString &message)
 {
     assertMainThread();
-    runLog += message;
+    m_runLog += message;
     if (!message.endsWith(QLatin1Char('\n')))
-        runLog += QLatin1Char('\n');
+        m_runLog += QLatin1Char('\n');
     notifyChanged();
 }
 
 void AppModel::setLastError(const QString &message)
 {
     assertMainThread();
-    lastError = message;
+    m_lastError = message;
     notifyChanged();
 }
 
@@ -111,7 +111,7 @@ void AppModel::reportError(const QString &prefix, const std::exception &error)
 void AppModel::clearLastError()
 {
     assertMainThread();
-    lastError.reset();
+    m_lastError.reset();
     notifyChanged();
 }
 

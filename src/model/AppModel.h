@@ -68,52 +68,46 @@ public:
     ~AppModel() override;
 
     // ---------------------------------------------------------------- state
-    ScreenshotProject project;
-    QList<SimulatorDevice> availableDevices;
-    QList<ReviewImage> reviewImages;
-    QList<OperationDraft> pendingOperations;
-    QList<InstalledSimulatorApp> installedApps;
-    QList<ProjectLibraryItem> projectLibrary;
-    QList<ProjectSnapshotSummary> projectSnapshots;
-    QString runLog;
-    bool isRunning = false;
-    bool isRecordingFlow = false;
-    std::optional<QString> lastError;
-    std::optional<QString> selectedScreenID;
-    std::optional<QString> lastManualCaptureURL;
-    std::optional<QImage> recorderPreviewImage;
-    QSizeF recorderPreviewPixelSize{0, 0};
-    double recorderPreviewScale = 1.0;
+    // What the fronts show. Reading never starts a process or saves; the
+    // state changes only through the operations below, and `changed()`
+    // tells when to read again.
+    const ScreenshotProject &project() const { return m_project; }
+    const QList<SimulatorDevice> &availableDevices() const { return m_availableDevices; }
+    const QList<ReviewImage> &reviewImages() const { return m_reviewImages; }
+    // What the recording has collected since the last checkpoint.
+    const QList<OperationDraft> &pendingOperations() const { return m_pendingOperations; }
+    const QList<InstalledSimulatorApp> &installedApps() const { return m_installedApps; }
+    const QList<ProjectLibraryItem> &projectLibrary() const { return m_projectLibrary; }
+    const QList<ProjectSnapshotSummary> &projectSnapshots() const { return m_projectSnapshots; }
+    const QString &runLog() const { return m_runLog; }
+    bool isRunning() const { return m_isRunning; }
+    bool isRecordingFlow() const { return m_isRecordingFlow; }
+    const std::optional<QString> &lastError() const { return m_lastError; }
+    const std::optional<QString> &lastManualCaptureURL() const { return m_lastManualCaptureURL; }
+    const std::optional<QImage> &recorderPreviewImage() const { return m_recorderPreviewImage; }
+    QSizeF recorderPreviewPixelSize() const { return m_recorderPreviewPixelSize; }
+    double recorderPreviewScale() const { return m_recorderPreviewScale; }
     // Screen sizes in points of the devices seen running, by UDID.
-    QHash<QString, QSizeF> devicePointSizes;
-    QString simulatorEventRecordingStatus = idleRecordingStatus();
-    QHash<QString, RunProgress> runProgress; // key: RunProgress::key(language, deviceID)
-    std::optional<RunOutcome> lastRunOutcome;
-    std::optional<ReferenceSeconds> lastRecordedActionAt;
-    bool simulatorEventMonitorInstalled = false;
+    const QHash<QString, QSizeF> &devicePointSizes() const { return m_devicePointSizes; }
+    const QString &simulatorEventRecordingStatus() const { return m_simulatorEventRecordingStatus; }
+    // key: RunProgress::key(language, deviceID)
+    const QHash<QString, RunProgress> &runProgress() const { return m_runProgress; }
+    const std::optional<RunOutcome> &lastRunOutcome() const { return m_lastRunOutcome; }
+    const std::optional<ReferenceSeconds> &lastRecordedActionAt() const { return m_lastRecordedActionAt; }
+    bool simulatorEventMonitorInstalled() const { return m_simulatorEventMonitorInstalled; }
+    // A press in the Simulator window still waiting for its release.
+    const std::optional<SimulatorMouseDown> &simulatorMouseDown() const { return m_simulatorMouseDown; }
+    // The generation run in flight (one worker), finished or not.
+    const QFuture<void> &runTask() const { return m_runTask; }
+
     // False for a front that enters taps itself (the command line's scripted
     // recorder): a recording then installs no desktop-wide click monitor.
-    bool observesDesktopClicks = true;
+    bool observesDesktopClicks() const { return m_observesDesktopClicks; }
+    void setObservesDesktopClicks(bool observes) { m_observesDesktopClicks = observes; }
     // The clock that recorded waits are measured by: real time, except for
     // a front that plays a script, whose clock moves only by the waits the
     // script asks for. Clicks in the Simulator window always go by real time.
-    std::function<ReferenceSeconds()> recordingClock = ReferenceDate::now;
-    std::optional<SimulatorMouseDown> simulatorMouseDown;
-    // What `xcrun --find xcodebuild` said at the last refresh, so that
-    // readiness can be read as often as a view likes without a process.
-    bool replayEngineAvailable = false;
-    // Where the last generation run's lines begin in runLog.
-    qsizetype lastRunLogStart = 0;
-
-    // The generation run in flight (one worker), and its stop flag.
-    QFuture<void> runTask;
-    // A generator process that runs for the whole of a run; cancelRun ends it.
-    std::shared_ptr<ChildProcess> runProcess;
-    std::shared_ptr<std::atomic_bool> runCancelRequested = std::make_shared<std::atomic_bool>(false);
-    // Held while this process runs a generation, so that no other process
-    // starts one in the same workspace (they would share the runner project
-    // and mix their outputs).
-    std::unique_ptr<QLockFile> generationLock;
+    void setRecordingClock(std::function<ReferenceSeconds()> clock) { m_recordingClock = std::move(clock); }
 
     // Fixed tuning values: part of the model, not settings.
     static constexpr double minimumRecordedDelay = 0.6;
@@ -377,6 +371,13 @@ public:
     // thread) that set lastRunOutcome and free the model.
     using RunJob = void (*)(QPointer<AppModel> model, std::shared_ptr<std::atomic_bool> cancelled);
     void startRunTask(RunJob job);
+    // The worker has checked the project: every pair starts at zero and the
+    // run shows as running.
+    void markRunStarted();
+    // The generator process of a build generation, so that cancelRun can end
+    // it; released once it has exited (only if it is still the run's).
+    void adoptRunProcess(std::shared_ptr<ChildProcess> process);
+    void releaseRunProcess(const std::shared_ptr<ChildProcess> &process);
     void endRun(const RunOutcome &outcome);
     void endRunSucceeded(const QString &detail);
     void endRunCancelled();
@@ -469,7 +470,7 @@ public:
     QList<ProductPreflightCheck> preflightChecks() const;
     // Asks `xcrun --find xcodebuild` again and keeps the answer for readiness.
     void refreshReplayEngineAvailability();
-    static bool isReplayEngineAvailable(); // asks the tools; prefer replayEngineAvailable
+    static bool isReplayEngineAvailable(); // asks the tools; readiness keeps the last answer
     bool canRunAutomatedCapture() const;
     bool canRunRecordedAttachedCapture() const;
     bool hasCompleteRunSelection() const; // app, devices, languages and checkpoints chosen
@@ -532,6 +533,58 @@ private:
     // Opening, restoring or replacing a project ends a flow recording first.
     void stopFlowRecordingIfNeeded();
     void noteUncheckedImages(QList<ReviewImage> &images) const;
+    // Makes `document` the current project and starts its session afresh; the
+    // run log becomes `logPrefix` followed by the project's name. When the
+    // identity file cannot be written the previous project stays current.
+    void switchToProject(const ScreenshotProject &document, const QString &logPrefix);
+    // One run per workspace, whichever process starts it: two runs would
+    // share the runner project and mix their outputs. A lock left by a
+    // process that died is taken over. False with lastError set when taken.
+    bool takeGenerationLock();
+
+    // Tests and benchmarks arrange scenarios through it (tests/ModelFixture.h);
+    // no front does.
+    friend class ModelState;
+
+    ScreenshotProject m_project;
+    QList<SimulatorDevice> m_availableDevices;
+    QList<ReviewImage> m_reviewImages;
+    QList<OperationDraft> m_pendingOperations;
+    QList<InstalledSimulatorApp> m_installedApps;
+    QList<ProjectLibraryItem> m_projectLibrary;
+    QList<ProjectSnapshotSummary> m_projectSnapshots;
+    QString m_runLog;
+    bool m_isRunning = false;
+    bool m_isRecordingFlow = false;
+    std::optional<QString> m_lastError;
+    std::optional<QString> m_lastManualCaptureURL;
+    std::optional<QImage> m_recorderPreviewImage;
+    QSizeF m_recorderPreviewPixelSize{0, 0};
+    double m_recorderPreviewScale = 1.0;
+    QHash<QString, QSizeF> m_devicePointSizes;
+    QString m_simulatorEventRecordingStatus = idleRecordingStatus();
+    QHash<QString, RunProgress> m_runProgress;
+    std::optional<RunOutcome> m_lastRunOutcome;
+    std::optional<ReferenceSeconds> m_lastRecordedActionAt;
+    bool m_simulatorEventMonitorInstalled = false;
+    bool m_observesDesktopClicks = true;
+    std::function<ReferenceSeconds()> m_recordingClock = ReferenceDate::now;
+    std::optional<SimulatorMouseDown> m_simulatorMouseDown;
+    // What `xcrun --find xcodebuild` said at the last refresh, so that
+    // readiness can be read as often as a view likes without a process.
+    bool m_replayEngineAvailable = false;
+    // Where the last generation run's lines begin in the run log.
+    qsizetype m_lastRunLogStart = 0;
+
+    QFuture<void> m_runTask;
+    // A generator process that runs for the whole of a run; cancelRun ends it.
+    std::shared_ptr<ChildProcess> m_runProcess;
+    // The run's stop flag, shared with its worker.
+    std::shared_ptr<std::atomic_bool> m_runCancelRequested = std::make_shared<std::atomic_bool>(false);
+    // Held while this process runs a generation, so that no other process
+    // starts one in the same workspace (they would share the runner project
+    // and mix their outputs).
+    std::unique_ptr<QLockFile> m_generationLock;
 
     QString m_packageRoot;
     std::unique_ptr<PlatformServices> m_platform;

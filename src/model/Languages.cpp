@@ -6,10 +6,10 @@
 void AppModel::toggleLanguage(const QString &code)
 {
     const ProjectChange change(*this);
-    if (project.languages.contains(code))
-        project.languages.removeAll(code);
+    if (m_project.languages.contains(code))
+        m_project.languages.removeAll(code);
     else
-        project.languages.append(code);
+        m_project.languages.append(code);
     saveProject();
 }
 
@@ -17,8 +17,8 @@ void AppModel::addCustomLanguage(const QString &text)
 {
     const ProjectChange change(*this);
     const QString code = text.trimmed();
-    if (code.isEmpty() || project.languages.contains(code))
+    if (code.isEmpty() || m_project.languages.contains(code))
         return;
-    project.languages.append(code); // written as typed: no case change, no catalogue check
+    m_project.languages.append(code); // written as typed: no case change, no catalogue check
     saveProject();
 }

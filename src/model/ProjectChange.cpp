@@ -65,15 +65,15 @@ AppModel::ProjectChange::~ProjectChange()
 
 void AppModel::reloadProjectIfChangedOnDisk()
 {
-    if (!project.projectID)
+    if (!m_project.projectID)
         return;
-    const std::optional<QByteArray> bytes = AtomicFile::readIfExists(projectFileURL(*project.projectID));
+    const std::optional<QByteArray> bytes = AtomicFile::readIfExists(projectFileURL(*m_project.projectID));
     if (!bytes || *bytes == m_savedProjectBytes)
         return;
     try {
         ScreenshotProject saved = ProjectCoding::decode(*bytes);
         normalizeLoadedProject(saved);
-        project = saved;
+        m_project = saved;
         m_savedProjectBytes = *bytes;
         emit changed();
     } catch (const AppError &) {

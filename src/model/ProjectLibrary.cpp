@@ -26,25 +26,6 @@ ScreenshotProject readProjectFile(const AppModel &model, const QString &path)
     return document;
 }
 
-// Makes `document` the current project and starts its session afresh; the
-// run log becomes `logPrefix` followed by the project's name. When the
-// identity file cannot be written the previous project stays current.
-void switchToProject(AppModel &model, const ScreenshotProject &document, const QString &logPrefix)
-{
-    const ScreenshotProject previous = model.project;
-    model.project = document;
-    try {
-        model.writeCurrentProjectID();
-    } catch (const AppError &) {
-        model.project = previous;
-        throw;
-    }
-    const bool saved = model.saveProject();
-    model.resetProjectRuntimeState(logPrefix + AppModel::displayName(model.project) + QLatin1Char('\n'));
-    if (saved)
-        model.clearLastError(); // a failed save keeps its message
-}
-
 // Says where a removed item went: the Trash, or nowhere when there is none.
 void reportRemoval(AppModel &model, const QString &path, bool trashed)
 {
@@ -54,11 +35,27 @@ void reportRemoval(AppModel &model, const QString &path, bool trashed)
 
 bool isCurrentProject(const AppModel &model, const ProjectLibraryItem &item)
 {
-    const std::optional<QString> &id = model.project.projectID;
+    const std::optional<QString> &id = model.project().projectID;
     return id && (*id == item.id || QDir::cleanPath(model.projectFileURL(*id)) == QDir::cleanPath(item.url));
 }
 
 } // namespace
+
+void AppModel::switchToProject(const ScreenshotProject &document, const QString &logPrefix)
+{
+    const ScreenshotProject previous = m_project;
+    m_project = document;
+    try {
+        writeCurrentProjectID();
+    } catch (const AppError &) {
+        m_project = previous;
+        throw;
+    }
+    const bool saved = saveProject();
+    resetProjectRuntimeState(logPrefix + displayName(m_project) + QLatin1Char('\n'));
+    if (saved)
+        clearLastError(); // a failed save keeps its message
+}
 
 void AppModel::refreshProjectLibrary()
 {
@@ -68,7 +65,7 @@ void AppModel::refreshProjectLibrary()
             items.append(*item);
     std::stable_sort(items.begin(), items.end(),
                      [](const auto &a, const auto &b) { return a.modifiedAt > b.modifiedAt; });
-    projectLibrary = items;
+    m_projectLibrary = items;
     notifyChanged();
 }
 
@@ -117,7 +114,7 @@ void AppModel::openProject(const ProjectLibraryItem &item)
             throw AppError(QStringLiteral("Project file is missing."));
         const ScreenshotProject document = readProjectFile(*this, item.url);
         stopFlowRecordingIfNeeded();
-        switchToProject(*this, document, QStringLiteral("Opened project: "));
+        switchToProject(document, QStringLiteral("Opened project: "));
     } catch (const AppError &error) {
         setLastError(QStringLiteral("Could not open project: ") + error.message());
     }
@@ -131,7 +128,7 @@ void AppModel::renameCurrentProject(const QString &name)
         setLastError(QStringLiteral("Project name cannot be empty."));
         return;
     }
-    project.projectName = trimmed;
+    m_project.projectName = trimmed;
     if (saveProject())
         clearLastError();
 }
@@ -149,25 +146,25 @@ void AppModel::deleteProject(const ProjectLibraryItem &item)
             // A file that cannot be read names no output folder; it goes alone.
         }
         const bool wasCurrent = isCurrentProject(*this, item);
-        const qsizetype logBefore = runLog.size();
+        const qsizetype logBefore = m_runLog.size();
         reportRemoval(*this, item.url, trashOrRemove(item.url));
         if (deleted)
             deleteManagedOutputDirectoryIfSafe(*deleted);
         // Where the files went stays at the head of the new project's log.
-        const QString removals = runLog.mid(logBefore);
+        const QString removals = m_runLog.mid(logBefore);
         refreshProjectLibrary();
         if (!wasCurrent)
             return;
 
         stopFlowRecordingIfNeeded();
-        for (const ProjectLibraryItem &next : std::as_const(projectLibrary)) {
+        for (const ProjectLibraryItem &next : std::as_const(m_projectLibrary)) {
             ScreenshotProject document;
             try {
                 document = readProjectFile(*this, next.url);
             } catch (const AppError &) {
                 continue; // gone or damaged since the listing: try the next one
             }
-            switchToProject(*this, document, removals + QStringLiteral("Deleted project and opened "));
+            switchToProject(document, removals + QStringLiteral("Deleted project and opened "));
             return;
         }
         configureBlankProject(QStringLiteral("Untitled Project"));
@@ -180,9 +177,9 @@ void AppModel::deleteProject(const ProjectLibraryItem &item)
 
 void AppModel::deleteCurrentProjectAndCreateReplacement()
 {
-    if (project.projectID) {
-        for (const ProjectLibraryItem &item : std::as_const(projectLibrary)) {
-            if (item.id == *project.projectID) {
+    if (m_project.projectID) {
+        for (const ProjectLibraryItem &item : std::as_const(m_projectLibrary)) {
+            if (item.id == *m_project.projectID) {
                 deleteProject(ProjectLibraryItem(item)); // the library is rebuilt meanwhile
                 return;
             }

@@ -30,38 +30,38 @@ void AppModel::setOutputDirectory(const QString &path)
         setLastError(QStringLiteral("Choose a folder for the screenshots."));
         return;
     }
-    editProject(project.outputDirectory, QDir::cleanPath(QDir(trimmed).absolutePath()));
+    editProject(m_project.outputDirectory, QDir::cleanPath(QDir(trimmed).absolutePath()));
     refreshReviewImages();
 }
 
 void AppModel::revealOutputDirectory()
 {
-    QDir().mkpath(project.outputDirectory); // a new project has made nothing yet
-    platform().revealInFileViewer(project.outputDirectory);
+    QDir().mkpath(m_project.outputDirectory); // a new project has made nothing yet
+    platform().revealInFileViewer(m_project.outputDirectory);
 }
 
 void AppModel::toggleGenerationDevice(const QString &udid)
 {
     const ProjectChange change(*this);
-    QStringList devices = project.devices;
+    QStringList devices = m_project.devices;
     if (devices.contains(udid))
         devices.removeAll(udid);
     else
         devices.append(udid); // the attached device stays first
-    editProject(project.devices, devices);
+    editProject(m_project.devices, devices);
 }
 
 void AppModel::setScreenDetails(qsizetype index, const QString &state, const QString &sampleName,
                                 double launchWaitSeconds)
 {
     const ProjectChange change(*this);
-    if (index < 0 || index >= project.screens.size())
+    if (index < 0 || index >= m_project.screens.size())
         return;
-    ScreenDraft screen = project.screens.at(index);
+    ScreenDraft screen = m_project.screens.at(index);
     screen.state = state.trimmed();
     screen.sampleName = sampleName.trimmed();
     screen.launchWaitSeconds = clampedWait(launchWaitSeconds);
-    QList<ScreenDraft> screens = project.screens;
+    QList<ScreenDraft> screens = m_project.screens;
     screens[index] = screen;
-    editProject(project.screens, screens);
+    editProject(m_project.screens, screens);
 }

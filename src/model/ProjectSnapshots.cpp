@@ -60,7 +60,7 @@ void AppModel::refreshProjectSnapshots()
         summaries.append(snapshotSummary(file));
     std::stable_sort(summaries.begin(), summaries.end(),
                      [](const auto &a, const auto &b) { return a.modifiedAt > b.modifiedAt; });
-    projectSnapshots = summaries;
+    m_projectSnapshots = summaries;
     notifyChanged();
 }
 
@@ -68,10 +68,10 @@ std::optional<QString> AppModel::snapshotCurrentProject(const QString &prefix)
 {
     try {
         Folder::ensure(snapshotsDirectory());
-        ScreenshotProject copy = project;
+        ScreenshotProject copy = m_project;
         copy.updatedAt = ReferenceDate::now();
         const QString path = freeSnapshotPath(snapshotsDirectory(), prefix,
-                                              PathSanitizer::component(displayName(project).toLower()));
+                                              PathSanitizer::component(displayName(m_project).toLower()));
         AtomicFile::write(path, ProjectCoding::encodeBytes(copy, ProjectCoding::Layout::PrettySorted));
         appendLog(QStringLiteral("Archived project snapshot: ") + QFileInfo(path).fileName() + QLatin1Char('\n'));
         return path;
@@ -110,11 +110,10 @@ void AppModel::restoreProjectSnapshot(const ProjectSnapshotSummary &snapshot)
     restored.projectID = UuidText::create();
 
     stopFlowRecordingIfNeeded();
-    project = restored;
-    ensureProjectIdentityAndOutputDirectory(displayName(project), false);
-    pendingOperations.clear();
-    selectedScreenID.reset();
-    lastManualCaptureURL = existingLastManualCaptureURL();
+    m_project = restored;
+    ensureProjectIdentityAndOutputDirectory(displayName(m_project), false);
+    m_pendingOperations.clear();
+    m_lastManualCaptureURL = existingLastManualCaptureURL();
     refreshReviewImages();
 
     if (saveProject())

@@ -31,7 +31,7 @@ std::optional<QString> savedProjectSource(AppModel &model, bool &libraryListed)
         return legacyFile;
     model.refreshProjectLibrary();
     libraryListed = true;
-    for (const ProjectLibraryItem &item : std::as_const(model.projectLibrary))
+    for (const ProjectLibraryItem &item : std::as_const(model.projectLibrary()))
         if (item.isReadable && QFileInfo::exists(item.url))
             return item.url;
     return std::nullopt;
@@ -41,8 +41,8 @@ std::optional<QString> savedProjectSource(AppModel &model, bool &libraryListed)
 // a save would write it: its own file, the mirror and the current identity.
 bool isSavedAsLoaded(AppModel &model, const QString &source, const QByteArray &bytes)
 {
-    const QString id = model.project.projectID.value_or(QString());
-    if (source != model.projectFileURL(id) || ProjectCoding::encodeBytes(model.project) != bytes)
+    const QString id = model.project().projectID.value_or(QString());
+    if (source != model.projectFileURL(id) || ProjectCoding::encodeBytes(model.project()) != bytes)
         return false;
     const QString workspace = model.workspaceDirectory();
     return AtomicFile::readIfExists(workspace + QStringLiteral("/project.json")) == bytes
@@ -107,17 +107,17 @@ bool AppModel::saveProject()
         return false; // lastError says which process holds the workspace
     try {
         Folder::ensure(projectsDirectory());
-        if (!project.projectID)
-            project.projectID = UuidText::create();
+        if (!m_project.projectID)
+            m_project.projectID = UuidText::create();
         const ReferenceSeconds now = ReferenceDate::now();
-        project.updatedAt = now;
-        if (!project.createdAt)
-            project.createdAt = now;
-        if (project.outputDirectory.isEmpty())
-            project.outputDirectory = defaultOutputDirectory(project.projectID, displayName(project));
+        m_project.updatedAt = now;
+        if (!m_project.createdAt)
+            m_project.createdAt = now;
+        if (m_project.outputDirectory.isEmpty())
+            m_project.outputDirectory = defaultOutputDirectory(m_project.projectID, displayName(m_project));
 
-        const QByteArray bytes = ProjectCoding::encodeBytes(project);
-        AtomicFile::write(projectFileURL(*project.projectID), bytes);
+        const QByteArray bytes = ProjectCoding::encodeBytes(m_project);
+        AtomicFile::write(projectFileURL(*m_project.projectID), bytes);
         m_savedProjectBytes = bytes;
         AtomicFile::write(workspaceDirectory() + QStringLiteral("/project.json"), bytes);
         writeCurrentProjectID();
@@ -132,11 +132,11 @@ bool AppModel::saveProject()
 
 void AppModel::writeCurrentProjectID()
 {
-    if (!project.projectID)
+    if (!m_project.projectID)
         return;
     Folder::ensure(workspaceDirectory());
     AtomicFile::write(workspaceDirectory() + QStringLiteral("/current-project-id.txt"),
-                      project.projectID->toUtf8());
+                      m_project.projectID->toUtf8());
 }
 
 bool AppModel::loadSavedProject()
@@ -154,7 +154,7 @@ bool AppModel::loadSavedProject()
             const QByteArray bytes = AtomicFile::read(*source);
             ScreenshotProject loaded = ProjectCoding::decode(bytes);
             normalizeLoadedProject(loaded);
-            project = loaded;
+            m_project = loaded;
             savedAsLoaded = isSavedAsLoaded(*this, *source, bytes);
             if (savedAsLoaded)
                 m_savedProjectBytes = bytes;
@@ -185,15 +185,15 @@ bool AppModel::loadSavedProject()
 
 void AppModel::ensureProjectIdentityAndOutputDirectory(const QString &name, bool preferAppSpecificOutput)
 {
-    if (!project.projectID)
-        project.projectID = UuidText::create();
-    const QString current = QDir::cleanPath(project.outputDirectory);
+    if (!m_project.projectID)
+        m_project.projectID = UuidText::create();
+    const QString current = QDir::cleanPath(m_project.outputDirectory);
     const QString root = QDir::cleanPath(outputRootDirectory());
-    const bool keep = !project.outputDirectory.isEmpty() && current != root
+    const bool keep = !m_project.outputDirectory.isEmpty() && current != root
                       && QFileInfo(current).absolutePath() != root && !preferAppSpecificOutput
                       && !QFileInfo(current).fileName().startsWith(QStringLiteral("untitled-"));
     if (!keep)
-        project.outputDirectory = defaultOutputDirectory(project.projectID, name);
+        m_project.outputDirectory = defaultOutputDirectory(m_project.projectID, name);
 }
 
 void AppModel::configureBlankProject(const QString &name)
@@ -206,7 +206,7 @@ void AppModel::configureBlankProject(const QString &name)
     fresh.projectName = trimmed;
     fresh.createdAt = fresh.updatedAt = ReferenceDate::now();
     fresh.outputDirectory = defaultOutputDirectory(fresh.projectID, trimmed);
-    project = fresh;
+    m_project = fresh;
     notifyChanged();
 }
 
@@ -217,17 +217,16 @@ QString AppModel::projectTimestamp()
 
 void AppModel::resetProjectRuntimeState(const QString &message)
 {
-    installedApps.clear();
-    recorderPreviewImage.reset();
-    recorderPreviewPixelSize = QSizeF(0, 0);
-    recorderPreviewScale = 1.0;
-    pendingOperations.clear();
-    selectedScreenID.reset();
-    lastManualCaptureURL = existingLastManualCaptureURL();
-    runProgress.clear();
-    lastRunOutcome.reset();
-    runLog = message;
-    lastRunLogStart = runLog.size(); // the new project has had no run yet
+    m_installedApps.clear();
+    m_recorderPreviewImage.reset();
+    m_recorderPreviewPixelSize = QSizeF(0, 0);
+    m_recorderPreviewScale = 1.0;
+    m_pendingOperations.clear();
+    m_lastManualCaptureURL = existingLastManualCaptureURL();
+    m_runProgress.clear();
+    m_lastRunOutcome.reset();
+    m_runLog = message;
+    m_lastRunLogStart = m_runLog.size(); // the new project has had no run yet
     refreshReviewImages();
     // The library is not listed here: a project is only replaced together
     // with a save, and the save lists it (listing twice reads every project

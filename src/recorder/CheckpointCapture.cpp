@@ -53,7 +53,7 @@ void AppModel::takeSimulatorScreenshot(const QString &device, const QString &pat
 void AppModel::captureManualScreenshot(const QString &nameOverride)
 {
     const ProjectChange change(*this);
-    if (isRecordingFlow && !canSaveNextFlowCheckpoint()) {
+    if (m_isRecordingFlow && !canSaveNextFlowCheckpoint()) {
         setLastError(QStringLiteral("No recorded navigation since the previous checkpoint. Click or drag inside "
                                     "the real Simulator window, or use Type, before saving the next checkpoint."));
         return;
@@ -68,24 +68,26 @@ void AppModel::captureManualScreenshot(const QString &nameOverride)
     try {
         checkManualCaptureDirectory();
         Folder::ensure(folder);
-        const ReferenceSeconds actionDate = recordingClock();
-        const std::optional<OperationDraft> wait = isRecordingFlow ? recordedDelayOperation(actionDate) : std::nullopt;
+        const ReferenceSeconds actionDate = m_recordingClock();
+        const std::optional<OperationDraft> wait
+            = m_isRecordingFlow ? recordedDelayOperation(actionDate) : std::nullopt;
         takeSimulatorScreenshot(*device, temporary);
         const QString name = resolvedManualCaptureName(nameOverride, temporary);
         const qint64 index = nextManualCaptureIndex();
         const QString target = folder + QLatin1Char('/') + checkpointFileName(index, name);
         moveReplacing(temporary, target);
         upsertManualScreen(index, name, QFileInfo(target).fileName());
-        if (isRecordingFlow) {
+        if (m_isRecordingFlow) {
             if (wait)
-                pendingOperations.append(*wait);
-            project.screens.append(ScreenDraft{.id = UuidText::create(), .name = name, .operations = pendingOperations});
-            pendingOperations.clear();
+                m_pendingOperations.append(*wait);
+            m_project.screens.append(
+                ScreenDraft{.id = UuidText::create(), .name = name, .operations = m_pendingOperations});
+            m_pendingOperations.clear();
             // Measured after the capture, so its own duration never becomes a wait.
-            lastRecordedActionAt = recordingClock();
+            m_lastRecordedActionAt = m_recordingClock();
         }
-        project.manualCaptureIndex = index + 1;
-        lastManualCaptureURL = target;
+        m_project.manualCaptureIndex = index + 1;
+        m_lastManualCaptureURL = target;
         refreshReviewImages();
         if (saveProject())
             clearLastError();

@@ -16,17 +16,17 @@
 
 QString AppModel::manualCaptureDirectory() const
 {
-    return project.outputDirectory + QStringLiteral("/manual");
+    return m_project.outputDirectory + QStringLiteral("/manual");
 }
 
 QList<ManualScreenDraft> AppModel::manualScreens() const
 {
-    return project.manualScreens.value_or(QList<ManualScreenDraft>{});
+    return m_project.manualScreens.value_or(QList<ManualScreenDraft>{});
 }
 
 qint64 AppModel::nextManualCaptureIndex() const
 {
-    const qint64 index = project.manualCaptureIndex.value_or(1);
+    const qint64 index = m_project.manualCaptureIndex.value_or(1);
     return index < 2 ? 1 : index;
 }
 
@@ -59,9 +59,9 @@ void AppModel::checkManualCaptureDirectory() const
 {
     const QString folder = manualCaptureDirectory();
     const QFileInfo info(folder);
-    if ((info.exists() || info.isSymLink()) && !ContainedPath::isInside(folder, project.outputDirectory))
+    if ((info.exists() || info.isSymLink()) && !ContainedPath::isInside(folder, m_project.outputDirectory))
         throw AppError(QStringLiteral("The folder %1 leads outside the output folder %2, so its files were left alone.")
-                           .arg(folder, project.outputDirectory));
+                           .arg(folder, m_project.outputDirectory));
 }
 
 QStringList AppModel::manualCaptureURLs() const
@@ -105,8 +105,9 @@ bool AppModel::isManualCaptureURL(const QString &path) const
 
 std::optional<QString> AppModel::existingLastManualCaptureURL() const
 {
-    if (lastManualCaptureURL && QFileInfo::exists(*lastManualCaptureURL) && isManualCaptureURL(*lastManualCaptureURL))
-        return lastManualCaptureURL;
+    if (m_lastManualCaptureURL && QFileInfo::exists(*m_lastManualCaptureURL)
+        && isManualCaptureURL(*m_lastManualCaptureURL))
+        return m_lastManualCaptureURL;
     // Only a numbered image can be a checkpoint's; "notes.png" is the user's own.
     const QStringList all = manualCaptureURLs();
     for (auto it = all.crbegin(); it != all.crend(); ++it)
@@ -151,6 +152,6 @@ void AppModel::syncManualScreensFromExistingCapturesIfNeeded()
     }
     if (screens.isEmpty())
         return;
-    project.manualScreens = screens;
+    m_project.manualScreens = screens;
     notifyChanged();
 }

@@ -54,19 +54,19 @@ void AppModel::upsertManualScreen(qint64 index, const QString &name, const QStri
     screens.append({UuidText::create(), index, name, filename});
     std::stable_sort(screens.begin(), screens.end(),
                      [](const ManualScreenDraft &a, const ManualScreenDraft &b) { return a.index < b.index; });
-    project.manualScreens = screens;
+    m_project.manualScreens = screens;
 }
 
 void AppModel::removeManualScreen(qint64 index)
 {
-    if (project.manualScreens)
-        project.manualScreens->removeIf([index](const ManualScreenDraft &s) { return s.index == index; });
+    if (m_project.manualScreens)
+        m_project.manualScreens->removeIf([index](const ManualScreenDraft &s) { return s.index == index; });
 }
 
 void AppModel::removeRecordedScreen(qint64 index)
 {
-    if (index >= 1 && index <= project.screens.size())
-        project.screens.removeAt(index - 1);
+    if (index >= 1 && index <= m_project.screens.size())
+        m_project.screens.removeAt(index - 1);
 }
 
 void AppModel::rewriteCheckpointOrder(QList<ManualScreenDraft> checkpoints)
@@ -99,7 +99,7 @@ void AppModel::rewriteCheckpointOrder(QList<ManualScreenDraft> checkpoints)
     }
     clearTheWay(*this, folder, journal);
 
-    const ScreenshotProject previous = project;
+    const ScreenshotProject previous = m_project;
     if (!journal.moves.isEmpty()) {
         journal.write(folder);
         for (const CheckpointReorderJournal::Move &move : std::as_const(journal.moves))
@@ -113,19 +113,19 @@ void AppModel::rewriteCheckpointOrder(QList<ManualScreenDraft> checkpoints)
     // navigation of checkpoints no longer listed is dropped.
     QList<ScreenDraft> screens;
     for (const qint64 oldIndex : oldIndexes)
-        if (oldIndex >= 1 && oldIndex <= project.screens.size())
-            screens.append(project.screens.at(oldIndex - 1));
-    project.screens = screens;
-    project.manualScreens = renumbered;
-    project.manualCaptureIndex = renumbered.size() + 1;
+        if (oldIndex >= 1 && oldIndex <= m_project.screens.size())
+            screens.append(m_project.screens.at(oldIndex - 1));
+    m_project.screens = screens;
+    m_project.manualScreens = renumbered;
+    m_project.manualCaptureIndex = renumbered.size() + 1;
     // The save is the moment the new order counts; without it the images go
     // back to the names the saved project still has.
     if (!saveProject()) {
-        project = previous;
+        m_project = previous;
         if (!journal.moves.isEmpty())
             journal.undo(folder);
         CheckpointReorderJournal::remove(folder);
-        throw AppError(lastError.value_or(QString()));
+        throw AppError(m_lastError.value_or(QString()));
     }
     CheckpointReorderJournal::remove(folder);
 }
@@ -172,15 +172,15 @@ void AppModel::renameCheckpoint(const ManualScreenDraft &chosen, const QString &
         found->filename = QFileInfo(manualCaptureURL(*found)).fileName();
     found->name = trimmed;
     // The generated screenshots are named after the screen, so both change.
-    const QList<ScreenDraft> screensBefore = project.screens;
-    if (checkpoint.index >= 1 && checkpoint.index <= project.screens.size())
-        project.screens[checkpoint.index - 1].name = trimmed;
+    const QList<ScreenDraft> screensBefore = m_project.screens;
+    if (checkpoint.index >= 1 && checkpoint.index <= m_project.screens.size())
+        m_project.screens[checkpoint.index - 1].name = trimmed;
     try {
         rewriteCheckpointOrder(checkpoints); // renames the image and saves
         refreshReviewImages();
         clearLastError();
     } catch (const std::exception &error) {
-        project.screens = screensBefore;
+        m_project.screens = screensBefore;
         setLastError(QStringLiteral("Could not rename checkpoint: ") + describe(error));
     }
 }
@@ -202,7 +202,7 @@ void AppModel::deleteCheckpoint(const ManualScreenDraft &chosen)
         remaining.removeIf([&](const ManualScreenDraft &s) { return s.id == checkpoint.id; });
         rewriteCheckpointOrder(remaining);
         const QStringList images = manualCaptureURLs();
-        lastManualCaptureURL = images.isEmpty() ? std::nullopt : std::optional(images.last());
+        m_lastManualCaptureURL = images.isEmpty() ? std::nullopt : std::optional(images.last());
         refreshReviewImages();
     } catch (const std::exception &error) {
         setLastError(QStringLiteral("Could not delete checkpoint: ") + describe(error));

@@ -38,11 +38,11 @@ void AppModel::moveScreenshotToTrash(const QString &path)
     if (isCheckpoint && number) {
         removeManualScreen(*number);
         removeRecordedScreen(*number);
-        if (project.manualCaptureIndex == *number + 1)
-            project.manualCaptureIndex = *number; // the next checkpoint reuses the number
+        if (m_project.manualCaptureIndex == *number + 1)
+            m_project.manualCaptureIndex = *number; // the next checkpoint reuses the number
     }
     saveProject();
     refreshReviewImages();
-    lastManualCaptureURL = existingLastManualCaptureURL();
+    m_lastManualCaptureURL = existingLastManualCaptureURL();
     notifyChanged();
 }

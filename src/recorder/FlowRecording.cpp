@@ -22,35 +22,35 @@ void AppModel::startFlowRecording()
         setLastError(QStringLiteral("Attach to a booted simulator before recording."));
         return;
     }
-    if (project.bundleId.isEmpty())
+    if (m_project.bundleId.isEmpty())
         refreshInstalledApps();
-    if (project.bundleId.isEmpty()) {
+    if (m_project.bundleId.isEmpty()) {
         setLastError(QStringLiteral("Select the installed app before starting Record Flow."));
         return;
     }
     refreshReplayEngineAvailability();
-    if (!replayEngineAvailable) {
+    if (!m_replayEngineAvailable) {
         // The tool's own complaint means little to someone about to record.
         setLastError(QStringLiteral("Install the latest stable Xcode before recording. The app uses XCUITest "
                                     "to replay taps, swipes, and typed text."));
         return;
     }
-    isRecordingFlow = true;
-    project.screens.clear();
-    project.manualScreens = QList<ManualScreenDraft>{};
-    project.manualCaptureIndex = 1;
-    pendingOperations.clear();
+    m_isRecordingFlow = true;
+    m_project.screens.clear();
+    m_project.manualScreens = QList<ManualScreenDraft>{};
+    m_project.manualCaptureIndex = 1;
+    m_pendingOperations.clear();
     // The first action is preceded by a wait measured from the start.
-    lastRecordedActionAt = recordingClock();
-    project.recordedOn.reset();
+    m_lastRecordedActionAt = m_recordingClock();
+    m_project.recordedOn.reset();
     saveProject();
     refreshRecorderPreview();
     // Taps and swipes are recorded in this device's points; the first
     // recorded action or checkpoint saves it with the flow.
-    const QString device = project.devices.value(0);
-    if (devicePointSizes.contains(device)) {
-        const QSizeF size = devicePointSizes.value(device);
-        project.recordedOn = RecordingDevice{displayNameForDeviceID(device), size.width(), size.height()};
+    const QString device = m_project.devices.value(0);
+    if (m_devicePointSizes.contains(device)) {
+        const QSizeF size = m_devicePointSizes.value(device);
+        m_project.recordedOn = RecordingDevice{displayNameForDeviceID(device), size.width(), size.height()};
     }
     startSimulatorEventMonitoring();
 }
@@ -58,9 +58,9 @@ void AppModel::startFlowRecording()
 void AppModel::stopFlowRecording()
 {
     const ProjectChange change(*this);
-    isRecordingFlow = false;
-    lastRecordedActionAt.reset();
-    pendingOperations.clear();
+    m_isRecordingFlow = false;
+    m_lastRecordedActionAt.reset();
+    m_pendingOperations.clear();
     stopSimulatorEventMonitoring();
     saveProject();
 }
@@ -69,31 +69,30 @@ void AppModel::stopFlowRecordingIfNeeded()
 {
     // The project is about to be replaced (or its file is already gone), so
     // the recording ends without saving: what was pending belonged to it.
-    if (!isRecordingFlow)
+    if (!m_isRecordingFlow)
         return;
-    isRecordingFlow = false;
-    lastRecordedActionAt.reset();
-    pendingOperations.clear();
+    m_isRecordingFlow = false;
+    m_lastRecordedActionAt.reset();
+    m_pendingOperations.clear();
     stopSimulatorEventMonitoring();
 }
 
 void AppModel::resetRecordedFlow()
 {
     const ProjectChange change(*this);
-    const bool wasRecording = isRecordingFlow;
+    const bool wasRecording = m_isRecordingFlow;
     removeManualCheckpointFiles(); // while the checkpoints still name their images
-    pendingOperations.clear();
-    selectedScreenID.reset();
-    simulatorMouseDown.reset();
-    project.screens.clear();
-    project.manualScreens = QList<ManualScreenDraft>{};
-    project.manualCaptureIndex = 1;
-    lastManualCaptureURL.reset();
-    lastRecordedActionAt = wasRecording ? std::optional(recordingClock()) : std::nullopt;
+    m_pendingOperations.clear();
+    m_simulatorMouseDown.reset();
+    m_project.screens.clear();
+    m_project.manualScreens = QList<ManualScreenDraft>{};
+    m_project.manualCaptureIndex = 1;
+    m_lastManualCaptureURL.reset();
+    m_lastRecordedActionAt = wasRecording ? std::optional(m_recordingClock()) : std::nullopt;
     refreshReviewImages();
     saveProject();
     clearLastError();
-    isRecordingFlow = wasRecording;
+    m_isRecordingFlow = wasRecording;
     if (wasRecording)
         startSimulatorEventMonitoring();
     else
@@ -102,15 +101,15 @@ void AppModel::resetRecordedFlow()
 
 bool AppModel::canResetRecordedFlow() const
 {
-    return !project.screens.isEmpty() || !manualScreens().isEmpty() || !pendingOperations.isEmpty()
-           || (project.manualCaptureIndex && *project.manualCaptureIndex >= 2) || lastManualCaptureURL.has_value();
+    return !m_project.screens.isEmpty() || !manualScreens().isEmpty() || !m_pendingOperations.isEmpty()
+        || (m_project.manualCaptureIndex && *m_project.manualCaptureIndex >= 2) || m_lastManualCaptureURL.has_value();
 }
 
 std::optional<OperationDraft> AppModel::recordedDelayOperation(ReferenceSeconds actionDate) const
 {
-    if (!isRecordingFlow || !lastRecordedActionAt)
+    if (!m_isRecordingFlow || !m_lastRecordedActionAt)
         return std::nullopt;
-    const double interval = actionDate - *lastRecordedActionAt;
+    const double interval = actionDate - *m_lastRecordedActionAt;
     if (interval < minimumRecordedDelay)
         return std::nullopt;
     // One decimal, never longer than the maximum.
@@ -121,16 +120,16 @@ void AppModel::appendRecordedOperation(const OperationDraft &operation, Referenc
 {
     const ProjectChange change(*this);
     if (const std::optional<OperationDraft> wait = recordedDelayOperation(actionDate))
-        pendingOperations.append(*wait);
-    pendingOperations.append(operation);
-    lastRecordedActionAt = actionDate;
+        m_pendingOperations.append(*wait);
+    m_pendingOperations.append(operation);
+    m_lastRecordedActionAt = actionDate;
     saveProject();
 }
 
 qsizetype AppModel::recordedInputActionCount() const
 {
-    qsizetype count = std::count_if(pendingOperations.begin(), pendingOperations.end(), isInputAction);
-    for (const ScreenDraft &screen : project.screens)
+    qsizetype count = std::count_if(m_pendingOperations.begin(), m_pendingOperations.end(), isInputAction);
+    for (const ScreenDraft &screen : m_project.screens)
         count += std::count_if(screen.operations.begin(), screen.operations.end(), isInputAction);
     return count;
 }
@@ -138,7 +137,7 @@ qsizetype AppModel::recordedInputActionCount() const
 QStringList AppModel::pendingOperationDescriptions() const
 {
     QStringList descriptions;
-    for (const OperationDraft &operation : pendingOperations)
+    for (const OperationDraft &operation : m_pendingOperations)
         descriptions.append(OperationDescription::text(operation));
     return descriptions;
 }
@@ -146,6 +145,6 @@ QStringList AppModel::pendingOperationDescriptions() const
 bool AppModel::canSaveNextFlowCheckpoint() const
 {
     // The first checkpoint needs no navigation; every later one does.
-    return project.screens.isEmpty()
-           || std::any_of(pendingOperations.begin(), pendingOperations.end(), isInputAction);
+    return m_project.screens.isEmpty()
+           || std::any_of(m_pendingOperations.begin(), m_pendingOperations.end(), isInputAction);
 }

@@ -37,7 +37,7 @@ void AppModel::recordPerformedOperation(const OperationDraft &operation, const Q
     }
     // The wait is measured up to the moment the user acted, not to the end
     // of the replay that carries the action to the device.
-    const ReferenceSeconds actionDate = recordingClock();
+    const ReferenceSeconds actionDate = m_recordingClock();
     const std::optional<OperationDraft> wait = recordedDelayOperation(actionDate);
     try {
         perform({operation}, *device);
@@ -49,9 +49,9 @@ void AppModel::recordPerformedOperation(const OperationDraft &operation, const Q
     // not wait for it.
     const ProjectChange change(*this);
     if (wait)
-        pendingOperations.append(*wait);
-    pendingOperations.append(operation);
-    lastRecordedActionAt = actionDate;
+        m_pendingOperations.append(*wait);
+    m_pendingOperations.append(operation);
+    m_lastRecordedActionAt = actionDate;
     // The status line speaks of clicks in the Simulator window only.
     saveProject();
     refreshRecorderPreview();
@@ -67,7 +67,7 @@ void AppModel::perform(const QList<OperationDraft> &operations, const QString &d
         QList<XCTestReplayStep> steps = replaySteps({ScreenDraft{.operations = collected}});
         steps.removeLast();
         collected.clear();
-        const QString bundleId = project.bundleId;
+        const QString bundleId = m_project.bundleId;
         const QString workspace = workspaceDirectory();
         awaitBackground([steps, bundleId, device, workspace] {
             XCUITestReplay::run(steps, bundleId, device, workspace, std::nullopt, nullptr);

@@ -22,19 +22,19 @@ constexpr int previewDelayMilliseconds = 250;
 void AppModel::startSimulatorEventMonitoring()
 {
     stopSimulatorEventMonitoring(); // at most one monitor
-    if (!observesDesktopClicks) {
+    if (!m_observesDesktopClicks) {
         // Taps come from the front itself: no monitor to install, and no
         // permission prompt for a click source that is not used.
-        simulatorEventRecordingStatus = QStringLiteral("Recording the taps, swipes and text entered here.");
+        m_simulatorEventRecordingStatus = QStringLiteral("Recording the taps, swipes and text entered here.");
         notifyChanged();
         return;
     }
-    simulatorEventRecordingStatus = QStringLiteral(
+    m_simulatorEventRecordingStatus = QStringLiteral(
         "Recording real Simulator clicks. Click or drag inside the Simulator window, then save checkpoints here.");
     if (!platform().requestAccessibilityTrust())
         // Without the permission the desktop may deliver no events at all;
         // recording goes on, the user is told where to allow it.
-        simulatorEventRecordingStatus = QStringLiteral(
+        m_simulatorEventRecordingStatus = QStringLiteral(
             "Recording real Simulator clicks. If nothing is recorded, allow this app in System Settings > "
             "Privacy & Security > Accessibility.");
     QPointer<AppModel> model(this);
@@ -42,27 +42,27 @@ void AppModel::startSimulatorEventMonitoring()
         if (model)
             model->handleSimulatorEventMonitorEnded(reason);
     });
-    simulatorEventMonitorInstalled = platform().startMouseMonitor([model](const DesktopMouseEvent &event) {
+    m_simulatorEventMonitorInstalled = platform().startMouseMonitor([model](const DesktopMouseEvent &event) {
         if (model)
             model->handleSimulatorMouseEvent(event);
     });
-    if (!simulatorEventMonitorInstalled) {
+    if (!m_simulatorEventMonitorInstalled) {
         // The desktop says why no click will arrive (no display to watch).
         if (const std::optional<QString> problem = platform().mouseMonitorProblem())
-            simulatorEventRecordingStatus = *problem;
+            m_simulatorEventRecordingStatus = *problem;
     }
     notifyChanged();
 }
 
 void AppModel::handleSimulatorEventMonitorEnded(const QString &reason)
 {
-    simulatorEventMonitorInstalled = false; // nothing left to remove
+    m_simulatorEventMonitorInstalled = false; // nothing left to remove
     stopFlowRecordingBecause(reason);
 }
 
 void AppModel::stopFlowRecordingBecause(const QString &reason)
 {
-    if (isRecordingFlow)
+    if (m_isRecordingFlow)
         stopFlowRecording(); // the checkpoints saved so far stay
     setLastError(reason + QStringLiteral(" Recording stopped; the checkpoints saved so far are kept."));
 }
@@ -71,7 +71,7 @@ void AppModel::refreshPreviewAfterRecordedAction()
 {
     refreshRecorderPreview();
     const std::optional<QString> device = attachedDeviceID();
-    if (!isRecordingFlow || !lastError || !device)
+    if (!m_isRecordingFlow || !m_lastError || !device)
         return;
     // Only a failed preview costs the extra look at the device list.
     refreshDevices();
@@ -81,21 +81,22 @@ void AppModel::refreshPreviewAfterRecordedAction()
 
 void AppModel::stopSimulatorEventMonitoring()
 {
-    if (simulatorEventMonitorInstalled)
+    if (m_simulatorEventMonitorInstalled)
         platform().stopMouseMonitor();
-    simulatorEventMonitorInstalled = false;
-    simulatorMouseDown.reset();
-    simulatorEventRecordingStatus = idleRecordingStatus();
+    m_simulatorEventMonitorInstalled = false;
+    m_simulatorMouseDown.reset();
+    m_simulatorEventRecordingStatus = idleRecordingStatus();
     notifyChanged();
 }
 
 void AppModel::handleSimulatorMouseEvent(const DesktopMouseEvent &event, ReferenceSeconds now)
 {
-    if (!isRecordingFlow)
+    if (!m_isRecordingFlow)
         return;
     const QPointF pointer = event.location;
     std::optional<QPointF> devicePoint;
-    const std::optional<QSizeF> size = SimulatorScreenMapper::deviceSize(recorderPreviewPixelSize, recorderPreviewScale);
+    const std::optional<QSizeF> size
+        = SimulatorScreenMapper::deviceSize(m_recorderPreviewPixelSize, m_recorderPreviewScale);
     if (size) {
         if (const std::optional<QRectF> frame = SimulatorWindowLocator::windowFrame(platform()))
             devicePoint = SimulatorScreenMapper::devicePoint(pointer, *frame, *size);
@@ -103,21 +104,21 @@ void AppModel::handleSimulatorMouseEvent(const DesktopMouseEvent &event, Referen
     if (!devicePoint) {
         // A press on the title strip or the letterbox cancels a pending press.
         if (event.type == MouseEventType::leftMouseDown)
-            simulatorMouseDown.reset();
+            m_simulatorMouseDown.reset();
         return;
     }
     if (event.type == MouseEventType::leftMouseDown) {
-        simulatorMouseDown = SimulatorMouseDown{pointer, *devicePoint, now};
+        m_simulatorMouseDown = SimulatorMouseDown{pointer, *devicePoint, now};
         return;
     }
-    if (!simulatorMouseDown)
+    if (!m_simulatorMouseDown)
         return;
-    const SimulatorMouseDown press = *simulatorMouseDown;
-    simulatorMouseDown.reset();
+    const SimulatorMouseDown press = *m_simulatorMouseDown;
+    m_simulatorMouseDown.reset();
     const OperationDraft operation = RecordedGesture::fromPressAndRelease(
         {press.screenPoint, press.simulatorPoint, press.date}, {pointer, *devicePoint, now});
     appendRecordedOperation(operation, now);
-    simulatorEventRecordingStatus = QStringLiteral("Recorded ") + OperationDescription::text(operation);
+    m_simulatorEventRecordingStatus = QStringLiteral("Recorded ") + OperationDescription::text(operation);
     notifyChanged();
     QTimer::singleShot(previewDelayMilliseconds, this, [this] { refreshPreviewAfterRecordedAction(); });
 }

@@ -30,29 +30,29 @@ void AppModel::setAppBundle(const QString &path)
         setLastError(error.message());
         return;
     }
-    const bool changed = project.bundleId != info.bundleIdentifier || project.appPath != bundlePath;
-    project.appPath = bundlePath;
-    project.appName = info.displayName;
-    project.bundleId = info.bundleIdentifier;
-    project.isSimulatorBuild = info.isSimulatorBuild;
-    project.attachedDeviceName.reset();
+    const bool changed = m_project.bundleId != info.bundleIdentifier || m_project.appPath != bundlePath;
+    m_project.appPath = bundlePath;
+    m_project.appName = info.displayName;
+    m_project.bundleId = info.bundleIdentifier;
+    m_project.isSimulatorBuild = info.isSimulatorBuild;
+    m_project.attachedDeviceName.reset();
     ensureProjectIdentityAndOutputDirectory(info.displayName, changed);
 
     if (changed) {
         // A flow recorded for another app (or another build of it) would
         // replay against the wrong screens. The checkpoint images stay.
-        project.globalLaunchArguments.clear();
-        project.stateArgumentName = ScreenshotProject::defaultStateArgumentName;
-        project.sampleNameArgumentName.clear();
-        project.screens.clear();
-        project.manualCaptureIndex = 1;
-        lastManualCaptureURL.reset();
-        pendingOperations.clear();
+        m_project.globalLaunchArguments.clear();
+        m_project.stateArgumentName = ScreenshotProject::defaultStateArgumentName;
+        m_project.sampleNameArgumentName.clear();
+        m_project.screens.clear();
+        m_project.manualCaptureIndex = 1;
+        m_lastManualCaptureURL.reset();
+        m_pendingOperations.clear();
     }
     if (!info.localizations.isEmpty())
-        project.languages = info.localizations;
-    else if (project.languages.isEmpty())
-        project.languages = {QStringLiteral("en-US")};
+        m_project.languages = info.localizations;
+    else if (m_project.languages.isEmpty())
+        m_project.languages = {QStringLiteral("en-US")};
     saveProject();
     clearLastError();
 }

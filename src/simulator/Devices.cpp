@@ -31,7 +31,7 @@ void AppModel::refreshDevices()
             QStringLiteral("xcrun"),
             {QStringLiteral("simctl"), QStringLiteral("list"), QStringLiteral("devices"), QStringLiteral("--json")},
             packageRoot());
-        availableDevices = SimctlDeviceList::decode(result.standardOutput.toUtf8()).iOSDevices();
+        m_availableDevices = SimctlDeviceList::decode(result.standardOutput.toUtf8()).iOSDevices();
     } catch (const AppError &error) {
         reportError(QStringLiteral("Could not load simulators: "), error);
         return;
@@ -43,9 +43,9 @@ void AppModel::attachToBootedSimulator()
 {
     const ProjectChange change(*this);
     refreshDevices();
-    if (lastError)
+    if (m_lastError)
         return; // the tool's own reason, not a guess that no simulator runs
-    const QList<SimulatorDevice> booted = bootedDevices(availableDevices);
+    const QList<SimulatorDevice> booted = bootedDevices(m_availableDevices);
     if (booted.isEmpty()) {
         setLastError(QStringLiteral("Open Simulator, launch your app, then click Attach again."));
         return;
@@ -58,7 +58,7 @@ void AppModel::attachToBootedSimulator()
         // exactly one of them.
         QList<SimulatorDevice> known;
         for (const SimulatorDevice &device : booted)
-            if (project.devices.contains(device.udid))
+            if (m_project.devices.contains(device.udid))
                 known.append(device);
         if (known.size() == 1)
             chosen = known.first();
@@ -71,12 +71,12 @@ void AppModel::attachToBootedSimulator()
 
     // Attaching means working with what runs on that simulator, so a bundle
     // chosen on disk before no longer applies.
-    project.devices = {chosen->udid};
-    project.appPath.clear();
-    if (project.appName.isEmpty())
-        project.appName = attachedSimulatorAppName;
-    project.isSimulatorBuild = false;
-    project.attachedDeviceName = chosen->name;
+    m_project.devices = {chosen->udid};
+    m_project.appPath.clear();
+    if (m_project.appName.isEmpty())
+        m_project.appName = attachedSimulatorAppName;
+    m_project.isSimulatorBuild = false;
+    m_project.attachedDeviceName = chosen->name;
     saveProject();
     clearLastError();
 
@@ -99,14 +99,14 @@ std::optional<QString> AppModel::activeDeviceID()
 
 std::optional<QString> AppModel::attachedDeviceID() const
 {
-    if (project.devices.isEmpty())
+    if (m_project.devices.isEmpty())
         return std::nullopt;
-    return project.devices.first();
+    return m_project.devices.first();
 }
 
 QString AppModel::deviceState(const QString &udid) const
 {
-    for (const SimulatorDevice &device : availableDevices)
+    for (const SimulatorDevice &device : m_availableDevices)
         if (device.udid == udid)
             return device.state;
     return QString();
@@ -115,26 +115,26 @@ QString AppModel::deviceState(const QString &udid) const
 std::optional<QString> AppModel::adoptSoleBootedDevice()
 {
     const ProjectChange change(*this);
-    const QList<SimulatorDevice> booted = bootedDevices(availableDevices);
+    const QList<SimulatorDevice> booted = bootedDevices(m_availableDevices);
     if (booted.size() != 1)
         return std::nullopt;
     // A quiet attach: unlike attachToBootedSimulator, a chosen bundle stays
     // and nothing is refreshed afterwards.
     const SimulatorDevice &device = booted.first();
-    project.devices = {device.udid};
-    if (project.appName.isEmpty())
-        project.appName = attachedSimulatorAppName;
-    project.attachedDeviceName = device.name;
+    m_project.devices = {device.udid};
+    if (m_project.appName.isEmpty())
+        m_project.appName = attachedSimulatorAppName;
+    m_project.attachedDeviceName = device.name;
     saveProject();
     return device.udid;
 }
 
 QString AppModel::displayNameForDeviceID(const QString &udid) const
 {
-    for (const SimulatorDevice &device : availableDevices)
+    for (const SimulatorDevice &device : m_availableDevices)
         if (device.udid == udid)
             return device.name;
-    if (!project.devices.isEmpty() && project.devices.first() == udid && project.attachedDeviceName)
-        return *project.attachedDeviceName;
+    if (!m_project.devices.isEmpty() && m_project.devices.first() == udid && m_project.attachedDeviceName)
+        return *m_project.attachedDeviceName;
     return udid;
 }

@@ -22,22 +22,22 @@ void AppModel::refreshInstalledApps()
         reportError(QStringLiteral("Could not list installed apps: "), error);
         return;
     }
-    installedApps = InstalledAppParser::parse(result.standardOutput);
-    if (project.bundleId.isEmpty() && installedApps.size() == 1)
-        selectInstalledApp(installedApps.first());
+    m_installedApps = InstalledAppParser::parse(result.standardOutput);
+    if (m_project.bundleId.isEmpty() && m_installedApps.size() == 1)
+        selectInstalledApp(m_installedApps.first());
     clearLastError();
 }
 
 void AppModel::selectInstalledApp(const InstalledSimulatorApp &app)
 {
     const ProjectChange change(*this);
-    const QString oldBundleId = project.bundleId;
-    project.bundleId = app.bundleId;
-    project.appName = app.name;
-    if (!project.attachedDeviceName && !project.devices.isEmpty()) {
-        for (const SimulatorDevice &device : availableDevices) {
-            if (device.udid == project.devices.first()) {
-                project.attachedDeviceName = device.name;
+    const QString oldBundleId = m_project.bundleId;
+    m_project.bundleId = app.bundleId;
+    m_project.appName = app.name;
+    if (!m_project.attachedDeviceName && !m_project.devices.isEmpty()) {
+        for (const SimulatorDevice &device : m_availableDevices) {
+            if (device.udid == m_project.devices.first()) {
+                m_project.attachedDeviceName = device.name;
                 break;
             }
         }
@@ -48,7 +48,7 @@ void AppModel::selectInstalledApp(const InstalledSimulatorApp &app)
     saveProject();
     // The recorded flow is kept on purpose: it may still fit, and a user who
     // picked the wrong app should not lose it.
-    if (!oldBundleId.isEmpty() && changed && !project.screens.isEmpty())
+    if (!oldBundleId.isEmpty() && changed && !m_project.screens.isEmpty())
         appendLog(QStringLiteral("Selected a different app. Existing checkpoints were kept; re-record if this flow "
                                  "belongs to the previous app."));
     clearLastError();

@@ -24,10 +24,10 @@ void AppModel::refreshRecorderPreview()
         QImage image;
         if (!image.load(path))
             throw AppError(QStringLiteral("Could not load preview screenshot."));
-        recorderPreviewImage = image;
-        recorderPreviewPixelSize = QSizeF(image.width(), image.height());
-        recorderPreviewScale = simulatorDisplayScale(*device);
-        devicePointSizes.insert(*device, recorderPreviewPixelSize / recorderPreviewScale);
+        m_recorderPreviewImage = image;
+        m_recorderPreviewPixelSize = QSizeF(image.width(), image.height());
+        m_recorderPreviewScale = simulatorDisplayScale(*device);
+        m_devicePointSizes.insert(*device, m_recorderPreviewPixelSize / m_recorderPreviewScale);
     } catch (const AppError &error) {
         QFile::remove(path);
         reportError(QStringLiteral("Could not refresh simulator preview: "), error);

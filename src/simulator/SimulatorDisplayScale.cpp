@@ -45,7 +45,7 @@ void AppModel::refreshDevicePointSize(const QString &device)
         const ProcessRunner::Result result = runProcessOffMain(
             QStringLiteral("xcrun"), {QStringLiteral("simctl"), QStringLiteral("io"), device, QStringLiteral("enumerate")});
         if (const std::optional<QSizeF> size = SimulatorDisplayScale::pointSizeFromEnumerateOutput(result.standardOutput))
-            devicePointSizes.insert(device, *size);
+            m_devicePointSizes.insert(device, *size);
     } catch (const AppError &) {
         // A device that is shut down tells nothing; its size stays unknown
         // until it runs.

@@ -30,14 +30,14 @@ void AppModel::openTargetApp()
         setLastError(QStringLiteral("Attach to a booted simulator before opening the target app."));
         return;
     }
-    if (project.bundleId.isEmpty()) {
+    if (m_project.bundleId.isEmpty()) {
         refreshInstalledApps();
-        if (project.bundleId.isEmpty()) {
+        if (m_project.bundleId.isEmpty()) {
             setLastError(QStringLiteral("Select the installed app before opening it."));
             return;
         }
     }
-    const QString language = project.languages.value(0, QStringLiteral("en-US"));
+    const QString language = m_project.languages.value(0, QStringLiteral("en-US"));
     try {
         launchRecordedApp(*device, language);
     } catch (const AppError &error) {
@@ -51,14 +51,14 @@ void AppModel::openTargetApp()
 
 void AppModel::ensureRecordedAppInstalled(const QString &device)
 {
-    if (project.bundleId.isEmpty())
+    if (m_project.bundleId.isEmpty())
         throw AppError(QStringLiteral("Select the installed app before generating screenshots."));
     try {
-        runProcessOffMain(xcrun, {simctl, QStringLiteral("get_app_container"), device, project.bundleId,
+        runProcessOffMain(xcrun, {simctl, QStringLiteral("get_app_container"), device, m_project.bundleId,
                                   QStringLiteral("app")});
     } catch (const AppError &) {
         // simctl's own complaint says less than this does.
-        throw AppError(appLabel(project) + QStringLiteral(" is not installed on ") + displayNameForDeviceID(device)
+        throw AppError(appLabel(m_project) + QStringLiteral(" is not installed on ") + displayNameForDeviceID(device)
                        + QStringLiteral(".\nInstall or open the app on that Simulator first, then click Project > "
                                         "Attach Simulator and Detect. Recorded checkpoints are still saved."));
     }
@@ -68,20 +68,20 @@ void AppModel::launchRecordedApp(const QString &device, const QString &language)
 {
     ensureRecordedAppInstalled(device);
     try {
-        runProcessOffMain(xcrun, {simctl, QStringLiteral("terminate"), device, project.bundleId});
+        runProcessOffMain(xcrun, {simctl, QStringLiteral("terminate"), device, m_project.bundleId});
     } catch (const AppError &) {
         // Not running is the usual reason, and fine.
     }
     // The launch arguments force the language and the region formats, so
     // the app shows that locale whatever the simulator's own settings.
     QStringList arguments{simctl, QStringLiteral("launch"), QStringLiteral("--terminate-running-process"), device,
-                          project.bundleId};
+                          m_project.bundleId};
     arguments += SimctlArguments::languageLaunchArguments(language);
-    arguments += project.globalLaunchArguments;
+    arguments += m_project.globalLaunchArguments;
     try {
         runProcessOffMain(xcrun, arguments);
     } catch (const AppError &error) {
-        throw AppError(appLabel(project) + QStringLiteral(" is installed on ") + displayNameForDeviceID(device)
+        throw AppError(appLabel(m_project) + QStringLiteral(" is installed on ") + displayNameForDeviceID(device)
                        + QStringLiteral(", but Simulator could not launch it for ") + LanguageCatalog::label(language)
                        + QStringLiteral(".\nOpen the app manually once in Simulator. If it closes immediately, the "
                                         "app is crashing for that locale. Raw launch error: ")

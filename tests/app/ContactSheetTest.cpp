@@ -92,9 +92,10 @@ private slots:
         ModelFixture f;
         AppModel &model = *f.model;
         const QString out = f.root.path() + "/out";
-        model.project.outputDirectory = out;
-        model.project.languages = {"en-US", "de-DE"};
-        model.project.screens = {ScreenDraft{"A", "Trips", {}, {}, 0, {}}, ScreenDraft{"B", "Set tings", {}, {}, 0, {}}};
+        arrange(model).project.outputDirectory = out;
+        arrange(model).project.languages = {"en-US", "de-DE"};
+        arrange(model).project.screens
+            = {ScreenDraft{"A", "Trips", {}, {}, 0, {}}, ScreenDraft{"B", "Set tings", {}, {}, 0, {}}};
         writeImage(out + "/en-US/iPhone/01-Trips.png", Qt::red);
         writeImage(out + "/en-US/iPhone/02-Set-tings.png", Qt::green);
         writeImage(out + "/_needs-review/de-DE/iPhone/01-Trips.png", Qt::blue);
@@ -102,7 +103,7 @@ private slots:
         model.recordLocalizationWarnings({{"de-DE", "en-US", "iPhone", "02-Set-tings.png"}});
 
         const std::optional<QString> path = model.writeContactSheet();
-        QVERIFY2(path, qPrintable(model.lastError.value_or(QString())));
+        QVERIFY2(path, qPrintable(model.lastError().value_or(QString())));
         QCOMPARE(*path, out + "/index.html");
         const Page page = model.contactSheetPage();
         QCOMPARE(page.devices.size(), 1);
@@ -119,21 +120,21 @@ private slots:
         QVERIFY(qAbs(thumbnail.pixelColor(5, 5).blue() - 255) < 8);
         // The page and its thumbnails never show up in the gallery.
         model.refreshReviewImages();
-        QCOMPARE(model.reviewImages.size(), 4);
+        QCOMPARE(model.reviewImages().size(), 4);
     }
 
     void dismissedWarningStaysDismissedAcrossRuns()
     {
         ModelFixture f;
         AppModel &model = *f.model;
-        model.project.outputDirectory = f.root.path() + "/out";
-        QDir().mkpath(model.project.outputDirectory);
+        arrange(model).project.outputDirectory = f.root.path() + "/out";
+        QDir().mkpath(model.project().outputDirectory);
         const LocalizationWarning phone{"ja-JP", "en-US", "iPhone", "01-trips.png"};
         const LocalizationWarning pad{"ja-JP", "en-US", "iPad", "01-trips.png"};
         const LocalizationWarning other{"ja-JP", "en-US", "iPhone", "02-explore.png"};
         model.recordLocalizationWarnings({phone, other});
         QVERIFY(model.dismissLocalizationWarning("01-trips.png", "ja-JP"));
-        QVERIFY(!model.lastError);
+        QVERIFY(!model.lastError());
         QCOMPARE(model.activeLocalizationWarnings(), QList<LocalizationWarning>{other});
 
         // A later run warns again, on two devices: the dismissal covers both.

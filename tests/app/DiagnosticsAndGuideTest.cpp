@@ -40,7 +40,7 @@ private slots:
         QFETCH(QStringList, devices);
         QFETCH(QString, simulatorLine);
         Fixture f;
-        ScreenshotProject &p = f.model->project;
+        ScreenshotProject &p = arrange(*f.model).project;
         if (!attached.isEmpty())
             p.attachedDeviceName = attached;
         p.devices = devices;
@@ -67,7 +67,7 @@ private slots:
         Fixture f;
         QVERIFY(QDir().mkpath(f.model->workspaceDirectory() + "/diagnostics.txt")); // a folder in the way
         f.model->exportDiagnostics();
-        QVERIFY(f.model->lastError && f.model->lastError->startsWith("Could not export diagnostics: "));
+        QVERIFY(f.model->lastError() && f.model->lastError()->startsWith("Could not export diagnostics: "));
         QVERIFY(f.platform->revealed.isEmpty());
     }
 

@@ -1,6 +1,7 @@
 // Readiness before a run: the six checks, the two run predicates, the
 // message, the replay issue, the counts and the quick-start rows.
 
+#include "ModelFixture.h"
 #include "TestSupport.h"
 #include "model/AppModel.h"
 #include "platform/scripted/ScriptedPlatformServices.h"
@@ -28,7 +29,7 @@ class ReadinessTest : public QObject
 
     void makeComplete()
     {
-        ScreenshotProject &p = m_model->project;
+        ScreenshotProject &p = arrange(*m_model).project;
         p.bundleId = QStringLiteral("com.example.demo");
         p.appName = QStringLiteral("Demo");
         p.devices = {QStringLiteral("UDID")};
@@ -48,7 +49,7 @@ private slots:
 
     void newProjectIsNotReady()
     {
-        m_model->project.languages.clear();
+        arrange(*m_model).project.languages.clear();
         m_platform->accessibilityTrusted = false;
         const QList<ProductPreflightCheck> checks = m_model->preflightChecks();
         const QList<ProductPreflightCheck> expected{
@@ -80,7 +81,7 @@ private slots:
         QCOMPARE(m_model->runReadinessMessage(),
                  QStringLiteral("Ready to generate by replaying the recorded simulator flow for every selected language."));
 
-        m_model->project.appPath = m_root->path(); // any existing path stands for the .app build
+        arrange(*m_model).project.appPath = m_root->path(); // any existing path stands for the .app build
         QVERIFY(m_model->canRunAutomatedCapture());
         QVERIFY(!m_model->canRunRecordedAttachedCapture());
         QCOMPARE(m_model->runReadinessMessage(),
@@ -108,7 +109,7 @@ private slots:
         QFETCH(QList<ScreenDraft>, screens);
         QFETCH(QString, issue);
         makeComplete();
-        m_model->project.screens = screens;
+        arrange(*m_model).project.screens = screens;
         QCOMPARE(m_model->recordedFlowReplayIssue().value_or(QString()), issue);
         QCOMPARE(m_model->canRunRecordedAttachedCapture(), issue.isEmpty());
         if (!issue.isEmpty())
@@ -135,7 +136,7 @@ private slots:
         QFETCH(int, screens);
         QFETCH(qint64, deviceCount);
         QFETCH(qint64, total);
-        ScreenshotProject &p = m_model->project;
+        ScreenshotProject &p = arrange(*m_model).project;
         p.devices.clear();
         for (int i = 0; i < devices; ++i)
             p.devices.append(QStringLiteral("UDID-%1").arg(i));
@@ -173,9 +174,9 @@ private slots:
                                  "4 Choose languages | 2 selected | done | Choose",
                                  "5 Record flow | 2 checkpoints recorded | done | Review",
                              }));
-        m_model->project.attachedDeviceName.reset();
+        arrange(*m_model).project.attachedDeviceName.reset();
         QCOMPARE(m_model->quickStartRows().first().detail, QStringLiteral("Attached"));
-        m_model->project.languages.clear();
+        arrange(*m_model).project.languages.clear();
         QCOMPARE(m_model->quickStartRows().at(3).detail, QStringLiteral("Pick App Store locales"));
     }
 
@@ -184,11 +185,11 @@ private slots:
     void deviceOfAnotherSizeIsNamed()
     {
         makeComplete();
-        ScreenshotProject &p = m_model->project;
+        ScreenshotProject &p = arrange(*m_model).project;
         p.devices = {QStringLiteral("IPAD"), QStringLiteral("IPHONE"), QStringLiteral("UNKNOWN")};
-        m_model->availableDevices = {{QStringLiteral("iPad Air 11-inch (M2)"), QStringLiteral("IPAD"),
+        arrange(*m_model).availableDevices = {{QStringLiteral("iPad Air 11-inch (M2)"), QStringLiteral("IPAD"),
                                       QStringLiteral("iOS 17 5"), QStringLiteral("Shutdown")}};
-        m_model->devicePointSizes = {{QStringLiteral("IPAD"), QSizeF(820, 1180)},
+        arrange(*m_model).devicePointSizes = {{QStringLiteral("IPAD"), QSizeF(820, 1180)},
                                      {QStringLiteral("IPHONE"), QSizeF(393, 852)}};
         QVERIFY(m_model->recordedDeviceNotes().isEmpty()); // not known where it was recorded
 
@@ -199,7 +200,7 @@ private slots:
         QVERIFY(!m_model->recordedDeviceNote(QStringLiteral("IPHONE")));
         QVERIFY(!m_model->recordedDeviceNote(QStringLiteral("UNKNOWN")));
 
-        m_model->devicePointSizes.insert(QStringLiteral("IPHONE"), QSizeF(402.5, 874));
+        arrange(*m_model).devicePointSizes.insert(QStringLiteral("IPHONE"), QSizeF(402.5, 874));
         QVERIFY(m_model->recordedDeviceNote(QStringLiteral("IPHONE"))->contains(" is 402.5 \u00d7 874 points"));
     }
 
@@ -220,7 +221,7 @@ private slots:
         QFETCH(QString, change);
         QFETCH(QString, message);
         makeComplete();
-        ScreenshotProject &p = m_model->project;
+        ScreenshotProject &p = arrange(*m_model).project;
         if (change == "languages")
             p.languages.clear();
         if (change == "screens")

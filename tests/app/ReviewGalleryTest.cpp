@@ -1,6 +1,7 @@
 // The review gallery: which files are listed, how they sort, how the cards
 // are grouped by language, and which ones need review.
 
+#include "ModelFixture.h"
 #include "TestSupport.h"
 
 #include "model/AppModel.h"
@@ -35,19 +36,19 @@ private slots:
     {
         QTemporaryDir dir;
         AppModel model(dir.path(), std::make_unique<ScriptedPlatformServices>());
-        model.project.outputDirectory = dir.path() + "/out";
+        arrange(model).project.outputDirectory = dir.path() + "/out";
         for (const char *file : {"de-DE/iPhone/01-home.png", "de-DE/10.png", "de-DE/2.png", "en-US/PHOTO.PNG",
                                  "en-US/photo.jpg", "en-US/.partial.png", ".cache/en-US/x.png",
                                  "en-US/.hidden/y.png", "manual/01-home.png", "_needs-review/de-DE/01.png",
                                  "pt-BR/a.png", "PT/a.png"})
-            TestSupport::writeFile(model.project.outputDirectory + "/" + file, "png");
+            TestSupport::writeFile(model.project().outputDirectory + "/" + file, "png");
 
         model.refreshReviewImages();
         // Plain comparison: upper case and "_" before lower case, 10 before 2.
-        QCOMPARE(relativePaths(model.reviewImages),
+        QCOMPARE(relativePaths(model.reviewImages()),
                  (QStringList{"PT/a.png", "_needs-review/de-DE/01.png", "de-DE/10.png", "de-DE/2.png",
                               "de-DE/iPhone/01-home.png", "en-US/PHOTO.PNG", "manual/01-home.png", "pt-BR/a.png"}));
-        QCOMPARE(model.reviewImages.at(2).url, model.project.outputDirectory + "/de-DE/10.png");
+        QCOMPARE(model.reviewImages().at(2).url, model.project().outputDirectory + "/de-DE/10.png");
 
         const QList<GeneratedLanguageGroup> groups = model.groupedImages();
         QStringList languages;
@@ -77,11 +78,11 @@ private slots:
 
         QTemporaryDir dir;
         AppModel model(dir.path(), std::make_unique<ScriptedPlatformServices>());
-        model.project.outputDirectory = dir.path() + "/out";
+        arrange(model).project.outputDirectory = dir.path() + "/out";
         for (const QString &folder : {emoji, wide})
-            TestSupport::writeFile(model.project.outputDirectory + "/" + folder + "/01.png", "png");
+            TestSupport::writeFile(model.project().outputDirectory + "/" + folder + "/01.png", "png");
         model.refreshReviewImages();
-        QCOMPARE(relativePaths(model.reviewImages), (QStringList{wide + "/01.png", emoji + "/01.png"}));
+        QCOMPARE(relativePaths(model.reviewImages()), (QStringList{wide + "/01.png", emoji + "/01.png"}));
         QStringList languages;
         for (const GeneratedLanguageGroup &group : model.groupedImages())
             languages.append(group.language);
@@ -94,16 +95,16 @@ private slots:
     {
         QTemporaryDir dir;
         AppModel model(dir.path(), std::make_unique<ScriptedPlatformServices>());
-        model.project.outputDirectory = dir.path() + "/out";
-        model.project.languages = {"en-US", "de-DE"};
+        arrange(model).project.outputDirectory = dir.path() + "/out";
+        arrange(model).project.languages = {"en-US", "de-DE"};
         ScreenDraft home;
         home.name = "Home";
-        model.project.screens = {home};
+        arrange(model).project.screens = {home};
         const auto save = [&](const QString &file, QSize size) {
             QImage image(size, QImage::Format_RGB32);
             image.fill(Qt::white);
-            QDir().mkpath(QFileInfo(model.project.outputDirectory + "/" + file).absolutePath());
-            QVERIFY(image.save(model.project.outputDirectory + "/" + file));
+            QDir().mkpath(QFileInfo(model.project().outputDirectory + "/" + file).absolutePath());
+            QVERIFY(image.save(model.project().outputDirectory + "/" + file));
         };
         save("manual/01-Home.png", {120, 260});
         save("en-US/iPhone/01-Home.png", {120, 260});
@@ -111,7 +112,7 @@ private slots:
         save("de-DE/iPad/01-Home.png", {200, 280});
         model.refreshReviewImages();
         QStringList notes;
-        for (const ReviewImage &image : model.reviewImages)
+        for (const ReviewImage &image : model.reviewImages())
             notes.append(image.relativePath + ": " + image.note);
         QCOMPARE(notes, (QStringList{"de-DE/iPad/01-Home.png: ", "en-US/iPad/01-Home.png: no reference for this device",
                                      "en-US/iPhone/01-Home.png: ", "manual/01-Home.png: "}));

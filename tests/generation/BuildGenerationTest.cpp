@@ -52,25 +52,25 @@ private slots:
         ModelFixture f;
         AppModel &m = *f.model;
         m.setLaunchWaitSeconds(-1);
-        QCOMPARE(m.lastError, QStringLiteral("The launch wait must be zero or more seconds."));
+        QCOMPARE(m.lastError(), QStringLiteral("The launch wait must be zero or more seconds."));
         m.setStateArgumentName(QStringLiteral("-vantrel.screen"));
-        QVERIFY(m.lastError->startsWith(QStringLiteral("Give the argument name without its leading dash")));
+        QVERIFY(m.lastError()->startsWith(QStringLiteral("Give the argument name without its leading dash")));
         m.setStateArgumentName(QString());
-        QVERIFY(m.lastError->startsWith(QStringLiteral("The state argument name cannot be empty")));
+        QVERIFY(m.lastError()->startsWith(QStringLiteral("The state argument name cannot be empty")));
         m.setScreenState(1, QStringLiteral("x"));
-        QCOMPARE(m.lastError, QStringLiteral("There is no screen 1; the project has 0."));
-        QCOMPARE(m.project.launchWaitSeconds, 2.0);
-        QCOMPARE(m.project.stateArgumentName, QStringLiteral("vantrel.screen"));
+        QCOMPARE(m.lastError(), QStringLiteral("There is no screen 1; the project has 0."));
+        QCOMPARE(m.project().launchWaitSeconds, 2.0);
+        QCOMPARE(m.project().stateArgumentName, QStringLiteral("vantrel.screen"));
 
         m.setLaunchWaitSeconds(0.5);
         m.setSampleNameArgumentName(QStringLiteral(" demo.sample "));
         m.setGlobalLaunchArguments({QStringLiteral("-UITests"), QString()});
         m.setResetAppData(false);
-        QVERIFY(!m.lastError);
-        const QString yaml = ConfigWriter::yaml(m.project);
+        QVERIFY(!m.lastError());
+        const QString yaml = ConfigWriter::yaml(m.project());
         QVERIFY(yaml.contains(QStringLiteral("resetAppData: false\nlaunchWaitSeconds: 0.5\n")));
         QVERIFY(yaml.contains(QStringLiteral("launchArguments:\n  - \"-UITests\"\n  - \"\"\n")));
-        QCOMPARE(m.project.sampleNameArgumentName, QStringLiteral("demo.sample"));
+        QCOMPARE(m.project().sampleNameArgumentName, QStringLiteral("demo.sample"));
     }
 
     // Screens added without a recording keep later checkpoints paired with
@@ -79,32 +79,32 @@ private slots:
     {
         ModelFixture f;
         AppModel &m = *f.model;
-        m.project.outputDirectory = f.root.filePath(QStringLiteral("out"));
+        arrange(m).project.outputDirectory = f.root.filePath(QStringLiteral("out"));
         m.addScreen(QStringLiteral("  Home "));
         m.addScreen(QStringLiteral("Settings"));
         m.setScreenState(2, QStringLiteral("settings"));
         m.setScreenSampleName(2, QStringLiteral("Ada"));
         m.setScreenLaunchWaitSeconds(2, 4);
-        QVERIFY(!m.lastError);
-        QCOMPARE(m.project.screens.size(), 2);
-        QCOMPARE(m.project.screens[0].name, QStringLiteral("Home"));
-        QCOMPARE(m.project.screens[1].state, QStringLiteral("settings"));
-        QCOMPARE(m.project.screens[1].launchWaitSeconds, 4.0);
+        QVERIFY(!m.lastError());
+        QCOMPARE(m.project().screens.size(), 2);
+        QCOMPARE(m.project().screens[0].name, QStringLiteral("Home"));
+        QCOMPARE(m.project().screens[1].state, QStringLiteral("settings"));
+        QCOMPARE(m.project().screens[1].launchWaitSeconds, 4.0);
         QCOMPARE(m.nextManualCaptureIndex(), 3);
         QCOMPARE(m.manualScreens().size(), 2);
         QCOMPARE(m.manualScreens()[1].index, 2);
 
         const QString image = TestSupport::writeFile(m.manualCaptureDirectory() + QStringLiteral("/02-Settings.png"), "png");
         m.renameScreen(2, QStringLiteral("Preferences"));
-        QVERIFY(!m.lastError);
+        QVERIFY(!m.lastError());
         QVERIFY(!QFile::exists(image));
         QVERIFY(QFile::exists(m.manualCaptureDirectory() + QStringLiteral("/02-Preferences.png")));
         QCOMPARE(m.manualScreens()[1].name, QStringLiteral("Preferences"));
-        QCOMPARE(m.project.screens[1].name, QStringLiteral("Preferences"));
+        QCOMPARE(m.project().screens[1].name, QStringLiteral("Preferences"));
 
-        m.isRecordingFlow = true;
+        arrange(m).isRecordingFlow = true;
         m.addScreen(QStringLiteral("Later"));
-        QVERIFY(m.lastError->startsWith(QStringLiteral("Stop recording before adding a screen")));
+        QVERIFY(m.lastError()->startsWith(QStringLiteral("Stop recording before adding a screen")));
     }
 
     void generatorIsLookedForInOrder()
@@ -141,17 +141,18 @@ private slots:
     {
         ModelFixture f;
         AppModel &m = *f.model;
-        m.project.devices = {QStringLiteral("UDID-1")};
-        m.project.attachedDeviceName = QStringLiteral("iPhone 15 Pro");
-        m.project.languages = {QStringLiteral("en-US"), QStringLiteral("de-DE")};
-        m.project.screens = QList<ScreenDraft>(2);
-        m.runProgress = m.initializedRunProgress();
+        arrange(m).project.devices = {QStringLiteral("UDID-1")};
+        arrange(m).project.attachedDeviceName = QStringLiteral("iPhone 15 Pro");
+        arrange(m).project.languages = {QStringLiteral("en-US"), QStringLiteral("de-DE")};
+        arrange(m).project.screens = QList<ScreenDraft>(2);
+        arrange(m).runProgress = m.initializedRunProgress();
         m.handleGeneratorOutputLine(QStringLiteral("Running iPhone 15 Pro / de-DE"));
         m.handleGeneratorOutputLine(QStringLiteral("Screenshot 3 of 4: de-DE / iPhone 15 Pro / 01-Home.png"));
         m.handleGeneratorOutputLine(QStringLiteral("Screenshot 3 of 4: fr-FR / iPhone 15 Pro / 01-Home.png"));
-        QCOMPARE(m.runProgress.value(RunProgress::key(QStringLiteral("de-DE"), QStringLiteral("UDID-1"))).completed, 1);
+        QCOMPARE(m.runProgress().value(RunProgress::key(QStringLiteral("de-DE"), QStringLiteral("UDID-1"))).completed,
+                 1);
         QCOMPARE(m.completedRunProgressCount(), 1);
-        QVERIFY(m.runLog.endsWith(QStringLiteral("Screenshot 3 of 4: fr-FR / iPhone 15 Pro / 01-Home.png\n")));
+        QVERIFY(m.runLog().endsWith(QStringLiteral("Screenshot 3 of 4: fr-FR / iPhone 15 Pro / 01-Home.png\n")));
     }
 };
 

@@ -1,5 +1,6 @@
 // The generator configuration: exact text, quoting, and the checks before a run.
 
+#include "ModelFixture.h"
 #include "TestSupport.h"
 #include "generation/ConfigWriter.h"
 #include "model/AppError.h"
@@ -120,7 +121,7 @@ private slots:
         QFETCH(QString, message);
         QTemporaryDir root;
         AppModel model(root.path(), std::make_unique<ScriptedPlatformServices>());
-        ScreenshotProject &p = model.project;
+        ScreenshotProject &p = arrange(model).project;
         p.appPath = root.path();
         p.bundleId = QStringLiteral("com.example.demo");
         p.devices = {QStringLiteral("UDID")};

@@ -1,6 +1,7 @@
 // Progress bookkeeping of a run: totals, clamping, and how the endings
 // change the states.
 
+#include "ModelFixture.h"
 #include "TestSupport.h"
 #include "model/AppModel.h"
 #include "platform/scripted/ScriptedPlatformServices.h"
@@ -16,7 +17,7 @@ class RunProgressTest : public QObject
 
     RunProgress entry(const QString &language, const QString &device = QStringLiteral("D1")) const
     {
-        return m_model->runProgress.value(RunProgress::key(language, device));
+        return m_model->runProgress().value(RunProgress::key(language, device));
     }
 
 private slots:
@@ -24,14 +25,14 @@ private slots:
     {
         m_root = std::make_unique<QTemporaryDir>();
         m_model = std::make_unique<AppModel>(m_root->path(), std::make_unique<ScriptedPlatformServices>());
-        m_model->project.devices = {QStringLiteral("D1"), QStringLiteral("D2")};
-        m_model->project.languages = {QStringLiteral("en-US"), QStringLiteral("de-DE")};
-        m_model->project.screens = QList<ScreenDraft>(3);
+        arrange(*m_model).project.devices = {QStringLiteral("D1"), QStringLiteral("D2")};
+        arrange(*m_model).project.languages = {QStringLiteral("en-US"), QStringLiteral("de-DE")};
+        arrange(*m_model).project.screens = QList<ScreenDraft>(3);
     }
 
     void countsAreClampedIntoTheTotal()
     {
-        m_model->runProgress = m_model->initializedRunProgress();
+        arrange(*m_model).runProgress = m_model->initializedRunProgress();
         for (int i = 0; i < 5; ++i) // more lines than screens
             m_model->incrementRunProgress(QStringLiteral("en-US"), QStringLiteral("D1"));
         QCOMPARE(entry(QStringLiteral("en-US")).completed, 3);
@@ -45,17 +46,17 @@ private slots:
 
     void endingsChangeOnlyUnfinishedPairs()
     {
-        m_model->runProgress = m_model->initializedRunProgress();
+        arrange(*m_model).runProgress = m_model->initializedRunProgress();
         m_model->updateRunProgress(QStringLiteral("en-US"), QStringLiteral("D1"), 3, RunProgressState::done);
         m_model->updateRunProgress(QStringLiteral("de-DE"), QStringLiteral("D1"), 1, RunProgressState::running);
 
-        QHash<QString, RunProgress> saved = m_model->runProgress;
+        QHash<QString, RunProgress> saved = m_model->runProgress();
         m_model->markRunningProgressFailed();
         QCOMPARE(entry(QStringLiteral("en-US")).state, RunProgressState::done);
         QCOMPARE(entry(QStringLiteral("de-DE")).state, RunProgressState::failed);
         QCOMPARE(entry(QStringLiteral("en-US"), QStringLiteral("D2")).state, RunProgressState::queued);
 
-        m_model->runProgress = saved;
+        arrange(*m_model).runProgress = saved;
         m_model->markUnfinishedProgressIdle();
         QCOMPARE(entry(QStringLiteral("en-US")).state, RunProgressState::done);
         QCOMPARE(entry(QStringLiteral("de-DE")).state, RunProgressState::idle);
@@ -66,7 +67,7 @@ private slots:
     // in the project's order, named by the device's listed name.
     void cellsFollowTheProjectsOrder()
     {
-        m_model->availableDevices = {{QStringLiteral("iPhone 15"), QStringLiteral("D2"), {}, {}}};
+        arrange(*m_model).availableDevices = {{QStringLiteral("iPhone 15"), QStringLiteral("D2"), {}, {}}};
         QStringList labels;
         for (const RunProgressCell &cell : m_model->runProgressCells())
             labels.append(cell.label() + QLatin1Char('=') + cell.key());
@@ -78,9 +79,10 @@ private slots:
     void driftNoticeOnlyAfterADriftStop()
     {
         QVERIFY(!m_model->lastRunDriftNotice());
-        m_model->lastRunOutcome = RunOutcome{RunOutcomeKind::failed, "Generation failed", "Build failed", 0, 0};
+        arrange(*m_model).lastRunOutcome
+            = RunOutcome{RunOutcomeKind::failed, "Generation failed", "Build failed", 0, 0};
         QVERIFY(!m_model->lastRunDriftNotice());
-        m_model->lastRunOutcome->detail = AppModel::driftStopMessage();
+        arrange(*m_model).lastRunOutcome->detail = AppModel::driftStopMessage();
         QCOMPARE(m_model->lastRunDriftNotice().value_or(DriftNotice{}).heading, QStringLiteral("Drift detected"));
     }
 };

@@ -1,6 +1,7 @@
 // Drift scores, the threshold, and what validation does with drifted,
 // missing and uncheckable screenshots.
 
+#include "ModelFixture.h"
 #include "TestSupport.h"
 #include "generation/ScreenshotDriftDetector.h"
 #include "generation/ThumbnailCache.h"
@@ -57,7 +58,7 @@ class ScreenshotDriftTest : public QObject
     std::unique_ptr<QTemporaryDir> m_root;
     std::unique_ptr<AppModel> m_model;
 
-    QString outputDirectory() const { return m_model->project.outputDirectory + QStringLiteral("/de-DE/iPhone"); }
+    QString outputDirectory() const { return m_model->project().outputDirectory + QStringLiteral("/de-DE/iPhone"); }
     void save(const QImage &image, const QString &path)
     {
         QDir().mkpath(QFileInfo(path).absolutePath());
@@ -73,7 +74,7 @@ private slots:
         home.name = QStringLiteral("Home");
         ScreenDraft settings;
         settings.name = QStringLiteral("Set tings?");
-        m_model->project.screens = {home, settings};
+        arrange(*m_model).project.screens = {home, settings};
     }
 
     void thumbnailIs32By70Rgba()
@@ -118,9 +119,9 @@ private slots:
 
     void referenceLookUpPrefersTheRecordedFileName()
     {
-        m_model->project.manualScreens = QList<ManualScreenDraft>{{QStringLiteral("A"), 1, QStringLiteral("Home"),
-                                                                   QStringLiteral("01-renamed.png")}};
-        const QString manual = m_model->project.outputDirectory + QStringLiteral("/manual/");
+        arrange(*m_model).project.manualScreens = QList<ManualScreenDraft>{
+            {QStringLiteral("A"), 1, QStringLiteral("Home"), QStringLiteral("01-renamed.png")}};
+        const QString manual = m_model->project().outputDirectory + QStringLiteral("/manual/");
         QCOMPARE(*m_model->referenceCheckpointURL(1, QStringLiteral("Home")), manual + QStringLiteral("01-renamed.png"));
         QCOMPARE(*m_model->referenceCheckpointURL(2, QStringLiteral("Set tings?")),
                  manual + QStringLiteral("02-Set-tings.png"));
@@ -128,7 +129,7 @@ private slots:
 
     void driftedScreenshotMovesToReviewAndMissingOneIsReported()
     {
-        const QString manual = m_model->project.outputDirectory + QStringLiteral("/manual/");
+        const QString manual = m_model->project().outputDirectory + QStringLiteral("/manual/");
         save(filled(Qt::white), manual + QStringLiteral("01-Home.png"));
         save(filled(Qt::white), outputDirectory() + QStringLiteral("/01-Home.png"));
         // 02 is missing.
@@ -137,7 +138,7 @@ private slots:
 
         save(filled(Qt::black), manual + QStringLiteral("02-Set-tings.png"));
         save(filled(Qt::white), outputDirectory() + QStringLiteral("/02-Set-tings.png"));
-        const QString review = m_model->project.outputDirectory + QStringLiteral("/_needs-review/de-DE/iPhone/");
+        const QString review = m_model->project().outputDirectory + QStringLiteral("/_needs-review/de-DE/iPhone/");
         save(filled(Qt::red), review + QStringLiteral("02-Set-tings.png")); // an older one is replaced
         issues = m_model->validateGeneratedScreens(outputDirectory(), QStringLiteral("de-DE"), QStringLiteral("iPhone"));
         QCOMPARE(issues.size(), 1);
@@ -158,8 +159,8 @@ private slots:
     // language is held against it.
     void aDeviceOfAnotherSizeIsHeldAgainstItsFirstLanguage()
     {
-        m_model->project.languages = {QStringLiteral("en-US"), QStringLiteral("de-DE")};
-        const QString output = m_model->project.outputDirectory;
+        arrange(*m_model).project.languages = {QStringLiteral("en-US"), QStringLiteral("de-DE")};
+        const QString output = m_model->project().outputDirectory;
         const QSize iPad(200, 280);
         save(filled(Qt::white), output + QStringLiteral("/manual/01-Home.png"));
         save(filled(Qt::white), output + QStringLiteral("/manual/02-Set-tings.png"));
@@ -209,23 +210,25 @@ private slots:
         // No reference for 01, an unreadable reference for 02.
         save(filled(Qt::white), outputDirectory() + QStringLiteral("/01-Home.png"));
         save(filled(Qt::white), outputDirectory() + QStringLiteral("/02-Set-tings.png"));
-        TestSupport::writeFile(m_model->project.outputDirectory + QStringLiteral("/manual/02-Set-tings.png"), "not a png");
+        TestSupport::writeFile(m_model->project().outputDirectory + QStringLiteral("/manual/02-Set-tings.png"),
+                               "not a png");
         QVERIFY(m_model->validateGeneratedScreens(outputDirectory(), QStringLiteral("de-DE"), QStringLiteral("iPhone"))
                     .isEmpty());
-        QVERIFY(m_model->runLog.contains(
+        QVERIFY(m_model->runLog().contains(
             QStringLiteral("Not compared: the reference of 02-Set-tings.png is not a readable PNG image.\n")));
 
         // A reference named outside "manual", or a link that leads out of it, is not read at all.
         const QString elsewhere = m_root->filePath(QStringLiteral("elsewhere.png"));
         save(filled(Qt::black), elsewhere);
-        QFile::remove(m_model->project.outputDirectory + QStringLiteral("/manual/02-Set-tings.png"));
-        QVERIFY(QFile::link(elsewhere, m_model->project.outputDirectory + QStringLiteral("/manual/02-Set-tings.png")));
-        m_model->project.manualScreens = QList<ManualScreenDraft>{
+        QFile::remove(m_model->project().outputDirectory + QStringLiteral("/manual/02-Set-tings.png"));
+        QVERIFY(
+            QFile::link(elsewhere, m_model->project().outputDirectory + QStringLiteral("/manual/02-Set-tings.png")));
+        arrange(*m_model).project.manualScreens = QList<ManualScreenDraft>{
             {QStringLiteral("A"), 1, QStringLiteral("Home"), QStringLiteral("../../../elsewhere.png")}};
-        m_model->runLog.clear();
+        arrange(*m_model).runLog.clear();
         QVERIFY(m_model->validateGeneratedScreens(outputDirectory(), QStringLiteral("de-DE"), QStringLiteral("iPhone"))
                     .isEmpty());
-        QCOMPARE(m_model->runLog,
+        QCOMPARE(m_model->runLog(),
                  QStringLiteral("Not compared: the reference of 01-Home.png lies outside the folder manual.\n"
                                 "Not compared: the reference of 02-Set-tings.png lies outside the folder manual.\n"));
     }

@@ -67,16 +67,16 @@ inline QString writeImage(const QString &path, QColor color, QSize size = QSize(
 // A recorded checkpoint with its reference image, as recording leaves it.
 inline void addCheckpoint(AppModel &model, const QString &name, QList<OperationDraft> operations = {})
 {
-    const qint64 index = model.project.screens.size() + 1;
+    const qint64 index = model.project().screens.size() + 1;
     const QString file = AppModel::checkpointFileName(index, name);
     writeImage(model.manualCaptureDirectory() + QLatin1Char('/') + file, QColor::fromHsv(int(index) * 70 % 360, 120, 220));
     ScreenDraft screen;
     screen.id = QStringLiteral("SCREEN-%1").arg(index);
     screen.name = name;
     screen.operations = std::move(operations);
-    model.project.screens.append(screen);
+    arrange(model).project.screens.append(screen);
     model.upsertManualScreen(index, name, file);
-    model.project.manualCaptureIndex = index + 1;
+    arrange(model).project.manualCaptureIndex = index + 1;
     model.saveProject();
 }
 

@@ -2,6 +2,7 @@
 // underneath changes the way the application changes it, and the thumbnail
 // loader that feeds two of them.
 
+#include "ModelFixture.h"
 #include "GuiFixture.h"
 #include "TestSupport.h"
 
@@ -74,7 +75,7 @@ private slots:
         list.refresh();
         QCOMPARE(list.index(0).data().toString(), QStringLiteral("01 saved"));
         QVERIFY(QFileInfo::exists(f.model->manualCaptureDirectory() + QStringLiteral("/01-saved.png")));
-        QCOMPARE(f.model->project.screens.value(0).name, QStringLiteral("saved"));
+        QCOMPARE(f.model->project().screens.value(0).name, QStringLiteral("saved"));
 
         // Thumbnails arrive later, never larger than asked for.
         list.index(1).data(Qt::DecorationRole);
@@ -94,10 +95,11 @@ private slots:
         AppModel &m = *f.model;
         RunProgressModel grid(m);
         test(&grid);
-        m.project.devices = {QStringLiteral("D1"), QStringLiteral("D2")};
-        m.project.languages = {QStringLiteral("en-US"), QStringLiteral("de-DE"), QStringLiteral("fr-FR")};
-        m.project.screens = QList<ScreenDraft>(2);
-        m.availableDevices = {{QStringLiteral("iPhone 15"), QStringLiteral("D1"), {}, QStringLiteral("Booted")}};
+        arrange(m).project.devices = {QStringLiteral("D1"), QStringLiteral("D2")};
+        arrange(m).project.languages = {QStringLiteral("en-US"), QStringLiteral("de-DE"), QStringLiteral("fr-FR")};
+        arrange(m).project.screens = QList<ScreenDraft>(2);
+        arrange(m).availableDevices
+            = {{QStringLiteral("iPhone 15"), QStringLiteral("D1"), {}, QStringLiteral("Booted")}};
         grid.refresh();
         QCOMPARE(grid.rowCount(), 3);
         QCOMPARE(grid.columnCount(), 2);
@@ -105,14 +107,14 @@ private slots:
         QCOMPARE(grid.headerData(2, Qt::Vertical).toString(), QStringLiteral("fr-FR"));
         QCOMPARE(grid.index(0, 0).data().toString(), QStringLiteral("not run"));
 
-        m.runProgress = m.initializedRunProgress();
+        arrange(m).runProgress = m.initializedRunProgress();
         m.updateRunProgress(QStringLiteral("de-DE"), QStringLiteral("D2"), 1, RunProgressState::running);
         grid.refresh();
         QCOMPARE(grid.index(1, 1).data().toString(), QStringLiteral("1/2 running"));
         QCOMPARE(grid.index(1, 1).data(RunProgressModel::FractionRole).toDouble(), 0.5);
         QCOMPARE(grid.index(0, 0).data().toString(), QStringLiteral("0/2 queued"));
 
-        m.project.languages.removeFirst();
+        arrange(m).project.languages.removeFirst();
         grid.refresh();
         QCOMPARE(grid.rowCount(), 2);
     }
@@ -121,7 +123,7 @@ private slots:
     {
         ModelFixture f;
         f.model->loadSavedProject();
-        const QString out = f.model->project.outputDirectory;
+        const QString out = f.model->project().outputDirectory;
         for (const char *path : {"de-DE/iPhone 15/01-home.png", "de-DE/iPhone 15/02-explore.png", "de-DE/iPad/01-home.png",
                                  "en-US/iPhone 15/01-home.png", "_needs-review/fr-FR/iPhone 15/02-explore.png",
                                  "manual/01-home.png"})

@@ -1,6 +1,7 @@
 // One wiring test per panel: a button or menu item calls the model's
 // operation, and the panel shows the state that follows.
 
+#include "ModelFixture.h"
 #include "GuiFixture.h"
 #include "TestSupport.h"
 
@@ -57,7 +58,7 @@ private slots:
         f.dialogs.textAnswer = QStringLiteral("Summer Trips");
         library->newProjectAction()->trigger();
         settle();
-        QCOMPARE(AppModel::displayName(f.model->project), QStringLiteral("Summer Trips"));
+        QCOMPARE(AppModel::displayName(f.model->project()), QStringLiteral("Summer Trips"));
         QCOMPARE(f.window->windowTitle(), QStringLiteral("Vantrel \u2014 Summer Trips"));
         QCOMPARE(library->projectModel()->rowCount(), 2);
         QCOMPARE(library->snapshotList()->count(), 1); // the old project, archived first
@@ -94,7 +95,7 @@ private slots:
         QVERIFY(german);
         german->setCheckState(Qt::Checked);
         settle();
-        QCOMPARE(f.model->project.languages, QStringList({"en-US", "de-DE"}));
+        QCOMPARE(f.model->project().languages, QStringList({"en-US", "de-DE"}));
 
         setup->languageSearch()->setText(QStringLiteral("german"));
         QVERIFY(!german->isHidden());
@@ -103,7 +104,7 @@ private slots:
         setup->customLanguage()->setText(QStringLiteral("x-pirate"));
         QTest::keyClick(setup->customLanguage(), Qt::Key_Return);
         settle();
-        QCOMPARE(f.model->project.languages.last(), QStringLiteral("x-pirate"));
+        QCOMPARE(f.model->project().languages.last(), QStringLiteral("x-pirate"));
         QVERIFY(languageItem(setup->languageList(), QStringLiteral("custom")) != nullptr);
 
         setup->launchWait()->setValue(4.5);
@@ -114,10 +115,10 @@ private slots:
         // Saved, not only shown: a fresh load reads them back.
         AppModel reloaded(f.root.path(), std::make_unique<ScriptedPlatformServices>());
         reloaded.loadSavedProject();
-        QCOMPARE(reloaded.project.launchWaitSeconds, 4.5);
-        QCOMPARE(reloaded.project.resetAppData, false);
-        QCOMPARE(reloaded.project.globalLaunchArguments, QStringList({"-UITestMode", "YES", "-Name", "Two words"}));
-        QCOMPARE(reloaded.project.languages.size(), 3);
+        QCOMPARE(reloaded.project().launchWaitSeconds, 4.5);
+        QCOMPARE(reloaded.project().resetAppData, false);
+        QCOMPARE(reloaded.project().globalLaunchArguments, QStringList({"-UITestMode", "YES", "-Name", "Two words"}));
+        QCOMPARE(reloaded.project().languages.size(), 3);
 
         f.dialogs.folderAnswer = f.root.filePath(QStringLiteral("elsewhere"));
         GuiTest::action(setup->actions(), "Choose Output Folder")->trigger();
@@ -129,7 +130,7 @@ private slots:
         QCOMPARE(setup->screenTable()->rowCount(), 1);
         setup->screenTable()->item(0, 1)->setText(QStringLiteral("signed-in"));
         settle();
-        QCOMPARE(f.model->project.screens.first().state, QStringLiteral("signed-in"));
+        QCOMPARE(f.model->project().screens.first().state, QStringLiteral("signed-in"));
     }
 
     void recordStartsStopsAndManagesCheckpoints()
@@ -140,7 +141,7 @@ private slots:
         // Ctrl+R without a simulator: the model refuses and the banner says why.
         QTest::keySequence(f.window.get(), QKeySequence(Qt::CTRL | Qt::Key_R));
         settle();
-        QVERIFY(!f.model->isRecordingFlow);
+        QVERIFY(!f.model->isRecordingFlow());
         QVERIFY(f.window->banner()->isVisible());
         QCOMPARE(f.window->bannerText()->text(), QStringLiteral("Attach to a booted simulator before recording."));
         QVERIFY(!record->saveCheckpointAction()->isEnabled()); // no device to take it from
@@ -184,7 +185,7 @@ private slots:
 
         // A complete project on a machine without the build tools: the run
         // starts, fails, and the panel shows how it ended.
-        ScreenshotProject &p = f.model->project;
+        ScreenshotProject &p = arrange(*f.model).project;
         p.bundleId = QStringLiteral("com.example.demo");
         p.devices = {QStringLiteral("D1")};
         p.attachedDeviceName = QStringLiteral("iPhone 15");
@@ -193,16 +194,16 @@ private slots:
         QCOMPARE(generate->preflightList()->item(0)->text(), QStringLiteral("\u2713  Simulator attached: iPhone 15"));
         QVERIFY(generate->generateAction()->isEnabled());
         generate->generateAction()->trigger();
-        QTRY_VERIFY_WITH_TIMEOUT(f.model->lastRunOutcome.has_value() && !f.model->isRunning, 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(f.model->lastRunOutcome().has_value() && !f.model->isRunning(), 20000);
         settle();
         QCOMPARE(generate->outcomeTitle()->text(), QStringLiteral("Generation failed"));
         QVERIFY(generate->outcomeTitle()->isVisible());
         QVERIFY(!generate->driftBox()->isVisible());
 
         // A drift stop shows its heading; the grid shows each pair.
-        f.model->lastRunOutcome = RunOutcome{RunOutcomeKind::failed, QStringLiteral("Generation failed"),
+        arrange(*f.model).lastRunOutcome = RunOutcome{RunOutcomeKind::failed, QStringLiteral("Generation failed"),
                                              AppModel::driftStopMessage(), 0, 0};
-        f.model->runProgress = f.model->initializedRunProgress();
+        arrange(*f.model).runProgress = f.model->initializedRunProgress();
         f.model->updateRunProgress(QStringLiteral("en-US"), QStringLiteral("D1"), 1, RunProgressState::failed);
         f.model->appendLog(QStringLiteral("Stopped: suspicious screenshots moved to _needs-review: 01-home.png"));
         settle();
@@ -217,7 +218,7 @@ private slots:
     {
         GuiFixture f;
         GuiTest::addCheckpoint(*f.model, QStringLiteral("home"));
-        const QString out = f.model->project.outputDirectory;
+        const QString out = f.model->project().outputDirectory;
         GuiTest::writeImage(out + QStringLiteral("/de-DE/iPhone 15/01-home.png"), Qt::white);
         GuiTest::writeImage(out + QStringLiteral("/_needs-review/fr-FR/iPhone 15/01-home.png"), Qt::black);
         f.model->refreshReviewImages();
@@ -249,7 +250,7 @@ private slots:
         // The output folder deleted behind the application's back.
         QDir(out).removeRecursively();
         QTRY_COMPARE(review->groupList()->count(), 0);
-        QVERIFY(f.model->reviewImages.isEmpty());
+        QVERIFY(f.model->reviewImages().isEmpty());
     }
 
     // Screenshots already on disk when the window opens (a start-up that
@@ -258,7 +259,7 @@ private slots:
     {
         GuiFixture f;
         f.window.reset();
-        const QString out = f.model->project.outputDirectory;
+        const QString out = f.model->project().outputDirectory;
         GuiTest::writeImage(out + QStringLiteral("/en-US/iPhone 15/01-home.png"), Qt::white);
         GuiTest::writeImage(out + QStringLiteral("/en-US/iPhone 15/02-explore.png"), Qt::gray);
         f.model->refreshReviewImages();
@@ -274,8 +275,8 @@ private slots:
     {
         GuiFixture f;
         GuiTest::addCheckpoint(*f.model, QStringLiteral("home"));
-        f.model->project.languages = {QStringLiteral("en-US"), QStringLiteral("ja-JP")};
-        const QString out = f.model->project.outputDirectory;
+        arrange(*f.model).project.languages = {QStringLiteral("en-US"), QStringLiteral("ja-JP")};
+        const QString out = f.model->project().outputDirectory;
         for (const char *language : {"en-US", "ja-JP"})
             GuiTest::writeImage(out + QStringLiteral("/%1/iPhone 15/01-home.png").arg(language), Qt::white);
         f.model->recordLocalizationWarnings({{"ja-JP", "en-US", "iPhone 15", "01-home.png"}});
@@ -317,7 +318,7 @@ private slots:
         QCOMPARE(buttons.size(), 1);
         QTest::mouseClick(buttons.first(), Qt::LeftButton);
         settle();
-        QVERIFY(!f.model->lastError);
+        QVERIFY(!f.model->lastError());
         QVERIFY(!f.window->banner()->isVisible());
     }
 
@@ -330,7 +331,8 @@ private slots:
         const QString drift = QStringLiteral("Generated screenshots drifted from the recorded flow. Check "
                                              "output/_needs-review and re-record from the last good checkpoint.");
         f.model->setLastError(drift);
-        f.model->lastRunOutcome = RunOutcome{RunOutcomeKind::failed, QStringLiteral("Generation failed"), drift};
+        arrange(*f.model).lastRunOutcome
+            = RunOutcome{RunOutcomeKind::failed, QStringLiteral("Generation failed"), drift};
         f.model->notifyChanged();
         for (int panel = MainWindow::setupPanel; panel <= MainWindow::reviewPanel; ++panel) {
             f.window->showPanel(MainWindow::Panel(panel));

@@ -2,6 +2,7 @@
 // keyboard from the Simulator, always 460 x 760, beside the Simulator window
 // with their tops level, following it when it moves, shown while recording.
 
+#include "ModelFixture.h"
 #include "GuiFixture.h"
 #include "TestSupport.h"
 
@@ -27,7 +28,7 @@ RawWindowInfo simulatorWindow(QRectF bounds) { return {QStringLiteral("Simulator
 // As a started recording leaves the model: the window shows the panel.
 void startRecording(GuiFixture &f)
 {
-    f.model->isRecordingFlow = true;
+    arrange(*f.model).isRecordingFlow = true;
     f.model->notifyChanged();
     settle();
 }
@@ -100,7 +101,7 @@ private slots:
         f.platform->windows = {simulatorWindow(QRectF(100, 50, 400, 820))};
         RecorderPanel *panel = f.window->recorder();
         QVERIFY(!panel->isVisible());
-        f.model->pendingOperations = {OperationDraft::wait(1.2), OperationDraft::tap(147, 790)};
+        arrange(*f.model).pendingOperations = {OperationDraft::wait(1.2), OperationDraft::tap(147, 790)};
         startRecording(f);
         QVERIFY(panel->isVisible());
         // Its Stop button is the Record panel's action, which follows the
@@ -120,9 +121,10 @@ private slots:
         QTest::keyClick(panel->typedText(), Qt::Key_Return);
         QVERIFY(panel->windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus));
         settle();
-        QCOMPARE(f.model->lastError.value_or(QString()), QStringLiteral("Attach to a booted simulator before typing."));
+        QCOMPARE(f.model->lastError().value_or(QString()),
+                 QStringLiteral("Attach to a booted simulator before typing."));
 
-        f.model->isRecordingFlow = false;
+        arrange(*f.model).isRecordingFlow = false;
         f.model->notifyChanged();
         settle();
         QVERIFY(!panel->isVisible());

@@ -1,6 +1,7 @@
 // How the model announces changes to the views: once per turn of the event
 // loop, after the operation that made them.
 
+#include "ModelFixture.h"
 #include "TestSupport.h"
 
 #include "app/RunLogFollower.h"
@@ -36,19 +37,19 @@ private slots:
     {
         QTemporaryDir root;
         AppModel model(root.path(), std::make_unique<ScriptedPlatformServices>());
-        RunLogFollower follower(model.runLog);
+        RunLogFollower follower(model.runLog());
         model.appendLog(QStringLiteral("before the run"));
-        QCOMPARE(follower.take(model.runLog).text, QStringLiteral("before the run\n"));
-        model.lastRunLogStart = model.runLog.size();
+        QCOMPARE(follower.take(model.runLog()).text, QStringLiteral("before the run\n"));
+        arrange(model).lastRunLogStart = model.runLog().size();
         model.appendLog(QStringLiteral("Running iPhone / de-DE"));
         model.appendLog(QStringLiteral("Generation complete."));
         QCOMPARE(model.lastRunLog(), QStringLiteral("Running iPhone / de-DE\nGeneration complete.\n"));
-        const RunLogFollower::Update added = follower.take(model.runLog);
+        const RunLogFollower::Update added = follower.take(model.runLog());
         QVERIFY(!added.replaced);
         QCOMPARE(added.text, QStringLiteral("Running iPhone / de-DE\nGeneration complete.\n"));
 
         model.resetProjectRuntimeState(QStringLiteral("Opened another project.\n"));
-        const RunLogFollower::Update replaced = follower.take(model.runLog);
+        const RunLogFollower::Update replaced = follower.take(model.runLog());
         QVERIFY(replaced.replaced);
         QCOMPARE(replaced.text, QStringLiteral("Opened another project.\n"));
         QVERIFY(model.lastRunLog().isEmpty());

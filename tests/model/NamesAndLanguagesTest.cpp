@@ -72,12 +72,13 @@ private slots:
         model.loadSavedProject();
         const QString name = QString(120, QChar(0x65E5));
         model.renameCurrentProject(name);
-        QVERIFY(!model.lastError);
-        QVERIFY(QFileInfo(model.defaultOutputDirectory(model.project.projectID, name)).fileName().toUtf8().size() <= 255);
+        QVERIFY(!model.lastError());
+        QVERIFY(QFileInfo(model.defaultOutputDirectory(model.project().projectID, name)).fileName().toUtf8().size()
+                <= 255);
         model.startNewProject(name);
-        QVERIFY2(!model.lastError, qPrintable(model.lastError.value_or("")));
-        QCOMPARE(AppModel::displayName(model.project), name);
-        QCOMPARE(model.projectSnapshots.size(), 1);
+        QVERIFY2(!model.lastError(), qPrintable(model.lastError().value_or("")));
+        QCOMPARE(AppModel::displayName(model.project()), name);
+        QCOMPARE(model.projectSnapshots().size(), 1);
         QVERIFY(model.archiveProjectSnapshot());
         QVERIFY(AppModel::checkpointFileName(100, name).toUtf8().size() <= 255);
     }
@@ -114,18 +115,18 @@ private slots:
         AppModel model(root.path(), std::make_unique<ScriptedPlatformServices>());
         model.loadSavedProject();
         model.toggleLanguage("en-US");
-        QVERIFY(model.project.languages.isEmpty());
+        QVERIFY(model.project().languages.isEmpty());
         model.toggleLanguage("pt-BR");
         model.addCustomLanguage("  de-DE \n");
         model.addCustomLanguage("de-DE");
         model.addCustomLanguage("DE-de");
         model.addCustomLanguage("   ");
         model.toggleLanguage("ar");
-        QCOMPARE(model.project.languages, (QStringList{"pt-BR", "de-DE", "DE-de", "ar"}));
+        QCOMPARE(model.project().languages, (QStringList{"pt-BR", "de-DE", "DE-de", "ar"}));
 
         AppModel reloaded(root.path(), std::make_unique<ScriptedPlatformServices>());
         reloaded.loadSavedProject();
-        QCOMPARE(reloaded.project.languages, model.project.languages);
+        QCOMPARE(reloaded.project().languages, model.project().languages);
     }
 };
 

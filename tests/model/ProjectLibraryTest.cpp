@@ -40,14 +40,14 @@ struct Fixture : ModelFixture
     QStringList libraryIDs() const
     {
         QStringList ids;
-        for (const ProjectLibraryItem &item : model->projectLibrary)
+        for (const ProjectLibraryItem &item : model->projectLibrary())
             ids.append(item.id);
         return ids;
     }
 
     std::optional<ProjectLibraryItem> item(const QString &id) const
     {
-        for (const ProjectLibraryItem &entry : model->projectLibrary)
+        for (const ProjectLibraryItem &entry : model->projectLibrary())
             if (entry.id == id)
                 return entry;
         return std::nullopt;
@@ -80,13 +80,13 @@ private slots:
         QCOMPARE(f.item("B")->subtitle, QString("3 languages \u00B7 1 checkpoint"));
         QCOMPARE(f.item("A")->subtitle, QString("1 language \u00B7 0 checkpoints"));
         QCOMPARE(f.item("B")->title, QString("Rich"));
-        QVERIFY(!f.model->lastError);
+        QVERIFY(!f.model->lastError());
 
         const ProjectLibraryItem broken = *f.item("broken");
         QCOMPARE(broken.isReadable, false);
         QCOMPARE(broken.subtitle, QString("Cannot be read"));
         f.model->openProject(broken);
-        QVERIFY(f.model->lastError.value_or(QString()).startsWith("Could not open project: "));
+        QVERIFY(f.model->lastError().value_or(QString()).startsWith("Could not open project: "));
         f.model->deleteProject(broken);
         QCOMPARE(f.libraryIDs(), (QStringList{"C", "B", "A"}));
     }
@@ -119,9 +119,9 @@ private slots:
         TestSupport::writeFile(folder + "/c.json", "garbage");
         f.model->refreshProjectSnapshots();
 
-        QCOMPARE(f.model->projectSnapshots.size(), 3);
+        QCOMPARE(f.model->projectSnapshots().size(), 3);
         QMap<QString, ProjectSnapshotSummary> byFile;
-        for (const ProjectSnapshotSummary &s : f.model->projectSnapshots)
+        for (const ProjectSnapshotSummary &s : f.model->projectSnapshots())
             byFile.insert(QFileInfo(s.url).fileName(), s);
         QCOMPARE(byFile["a.json"].title, QString("Named"));
         QCOMPARE(byFile["a.json"].subtitle, QString("1 languages, 2 checkpoints"));
@@ -157,7 +157,7 @@ private slots:
         f.model->refreshProjectLibrary();
 
         f.model->deleteProject(*f.item("V"));
-        QVERIFY(!f.model->lastError);
+        QVERIFY(!f.model->lastError());
         QVERIFY(!QFileInfo::exists(file));
         QVERIFY(f.platform->trashed.contains(file));
         QCOMPARE(!QFileInfo::exists(QDir::cleanPath(folder) + "/en-US/01.png"), removed);
@@ -178,10 +178,10 @@ private slots:
     void replacingANeverSavedProjectArchivesIt()
     {
         Fixture f; // the start-up project was never saved to the library
-        f.model->project.projectName = "Draft";
+        arrange(*f.model).project.projectName = "Draft";
         f.model->deleteCurrentProjectAndCreateReplacement();
-        QCOMPARE(f.model->runLog, QString("Started a new local project.\n"));
-        QCOMPARE(f.model->project.projectName, std::optional<QString>("Untitled Project"));
+        QCOMPARE(f.model->runLog(), QString("Started a new local project.\n"));
+        QCOMPARE(f.model->project().projectName, std::optional<QString>("Untitled Project"));
         const QStringList archived = QDir(f.model->snapshotsDirectory()).entryList(QDir::Files);
         QCOMPARE(archived.size(), 1);
         QVERIFY(archived.first().startsWith("before-new-project-"));
@@ -192,23 +192,23 @@ private slots:
     {
         Fixture f;
         f.model->loadSavedProject();
-        const QString id = *f.model->project.projectID;
+        const QString id = *f.model->project().projectID;
         TestSupport::writeFile(f.model->snapshotsDirectory(), "a file where the folder should be");
         f.model->startNewProject("Next");
-        QVERIFY(f.model->lastError->startsWith("Could not archive project snapshot: "));
-        QCOMPARE(f.model->project.projectID, std::optional<QString>(id));
+        QVERIFY(f.model->lastError()->startsWith("Could not archive project snapshot: "));
+        QCOMPARE(f.model->project().projectID, std::optional<QString>(id));
     }
 
     void restoreOfADamagedSnapshotChangesNothing()
     {
         Fixture f;
         f.model->loadSavedProject();
-        const ScreenshotProject before = f.model->project;
+        const ScreenshotProject before = f.model->project();
         ProjectSnapshotSummary snapshot;
         snapshot.url = TestSupport::writeFile(f.model->snapshotsDirectory() + "/bad.json", "[]");
         f.model->restoreProjectSnapshot(snapshot);
-        QVERIFY(f.model->lastError->startsWith("Could not restore project snapshot: "));
-        QCOMPARE(f.model->project, before);
+        QVERIFY(f.model->lastError()->startsWith("Could not restore project snapshot: "));
+        QCOMPARE(f.model->project(), before);
     }
 
     void trashOrRemoveFallsBackToRemovalOnlyWithoutATrash()
@@ -245,10 +245,10 @@ private slots:
         const QString file = f.writeProject(document("W", "Other", 50));
         f.model->loadSavedProject(); // the newest, K, is current
         f.platform->trashAvailable = trash;
-        f.model->runLog.clear();
+        arrange(*f.model).runLog.clear();
         f.model->deleteProject(*f.item("W"));
         QVERIFY(!QFileInfo::exists(file));
-        QCOMPARE(f.model->runLog, line.arg(file));
+        QCOMPARE(f.model->runLog(), line.arg(file));
     }
 };
 

@@ -3,6 +3,7 @@
 // renumbering cut short is finished or undone at the next start, and what a
 // killed process left behind is cleared away.
 
+#include "ModelFixture.h"
 #include "TestSupport.h"
 
 #include "model/AppModel.h"
@@ -44,12 +45,12 @@ private slots:
         second->addCustomLanguage("fr-FR"); // builds on the file the first one saved
         first->renameCurrentProject("Shared");
         second->toggleLanguage("en-US");
-        QCOMPARE(second->project.languages, (QStringList{"de-DE", "fr-FR"}));
-        QCOMPARE(second->project.projectName, QStringLiteral("Shared"));
+        QCOMPARE(second->project().languages, (QStringList{"de-DE", "fr-FR"}));
+        QCOMPARE(second->project().projectName, QStringLiteral("Shared"));
 
         const auto third = startedModel(root.path());
-        QCOMPARE(third->project.languages, (QStringList{"de-DE", "fr-FR"}));
-        QCOMPARE(third->project.projectName, QStringLiteral("Shared"));
+        QCOMPARE(third->project().languages, (QStringList{"de-DE", "fr-FR"}));
+        QCOMPARE(third->project().projectName, QStringLiteral("Shared"));
     }
 
     void loadingASavedProjectWritesNothing()
@@ -67,8 +68,8 @@ private slots:
             before.append(QFileInfo(file).lastModified());
         QTest::qWait(20); // a rewrite would show in the modification time
         const auto reader = startedModel(root.path());
-        QVERIFY(!reader->lastError);
-        QCOMPARE(reader->project.languages, (QStringList{"en-US", "de-DE"}));
+        QVERIFY(!reader->lastError());
+        QCOMPARE(reader->project().languages, (QStringList{"en-US", "de-DE"}));
         for (qsizetype i = 0; i < files.size(); ++i)
             QCOMPARE(QFileInfo(files.at(i)).lastModified(), before.at(i));
     }
@@ -83,9 +84,9 @@ private slots:
         QElapsedTimer timer;
         timer.start();
         model->addCustomLanguage("it-IT");
-        QVERIFY(!model->lastError);
+        QVERIFY(!model->lastError());
         QVERIFY(timer.elapsed() < 5000);
-        QVERIFY(model->project.languages.contains("it-IT"));
+        QVERIFY(model->project().languages.contains("it-IT"));
         QVERIFY(!QFileInfo::exists(model->workspaceLockFile())); // released after the change
     }
 
@@ -111,8 +112,9 @@ private slots:
         // Checkpoints home and settings, being swapped: home 01 -> 02, settings 02 -> 01.
         model->upsertManualScreen(1, saved ? "settings" : "home", saved ? "01-settings.png" : "01-home.png");
         model->upsertManualScreen(2, saved ? "home" : "settings", saved ? "02-home.png" : "02-settings.png");
-        model->project.screens = {ScreenDraft{.id = QUuid::createUuid().toString(QUuid::WithoutBraces), .name = "a"},
-                                  ScreenDraft{.id = QUuid::createUuid().toString(QUuid::WithoutBraces), .name = "b"}};
+        arrange(*model).project.screens
+            = {ScreenDraft{.id = QUuid::createUuid().toString(QUuid::WithoutBraces), .name = "a"},
+               ScreenDraft{.id = QUuid::createUuid().toString(QUuid::WithoutBraces), .name = "b"}};
         model->saveProject();
         if (phase == "parking") {
             TestSupport::writeFile(manual + "/.reorder-A.png", "home");
@@ -129,7 +131,7 @@ private slots:
         model.reset();
 
         const auto next = startedModel(root.path());
-        QVERIFY(!next->lastError);
+        QVERIFY(!next->lastError());
         const QStringList expected = saved ? QStringList{"01-settings.png", "02-home.png"}
                                            : QStringList{"01-home.png", "02-settings.png"};
         QCOMPARE(QDir(manual).entryList(QDir::Files | QDir::Hidden, QDir::Name).join(", "), expected.join(", "));

@@ -1,6 +1,7 @@
 // The workspace: where the current project comes from at start, how it is
 // saved, and how names become folders.
 
+#include "ModelFixture.h"
 #include "TestSupport.h"
 
 #include "model/AppModel.h"
@@ -75,11 +76,11 @@ private slots:
 
         auto model = makeModel(root.path());
         model->loadSavedProject();
-        QVERIFY(!model->lastError);
-        QCOMPARE(*model->project.projectName, expectedName);
+        QVERIFY(!model->lastError());
+        QCOMPARE(*model->project().projectName, expectedName);
         // The loaded project becomes current and is saved under its identity.
-        QCOMPARE(TestSupport::readFile(workspace + "/current-project-id.txt"), model->project.projectID->toUtf8());
-        QVERIFY(QFile::exists(model->projectFileURL(*model->project.projectID)));
+        QCOMPARE(TestSupport::readFile(workspace + "/current-project-id.txt"), model->project().projectID->toUtf8());
+        QVERIFY(QFile::exists(model->projectFileURL(*model->project().projectID)));
     }
 
     void corruptProjectIsReportedAndLeftAlone_data()
@@ -104,13 +105,13 @@ private slots:
         TestSupport::writeFile(workspace + "/project.json", documentBytes("LEGACY", "Legacy"));
 
         auto model = makeModel(root.path());
-        const QString startupID = *model->project.projectID;
+        const QString startupID = *model->project().projectID;
         model->loadSavedProject();
-        QVERIFY(model->lastError);
-        QVERIFY2(model->lastError->startsWith("Could not load saved project: "), qPrintable(*model->lastError));
-        QVERIFY2(model->lastError->contains(detail), qPrintable(*model->lastError));
+        QVERIFY(model->lastError());
+        QVERIFY2(model->lastError()->startsWith("Could not load saved project: "), qPrintable(*model->lastError()));
+        QVERIFY2(model->lastError()->contains(detail), qPrintable(*model->lastError()));
         // No later source is tried, nothing is saved, the file is untouched.
-        QCOMPARE(*model->project.projectID, startupID);
+        QCOMPARE(*model->project().projectID, startupID);
         QCOMPARE(TestSupport::readFile(workspace + "/projects/ABC.json"), content);
         QCOMPARE(TestSupport::readFile(workspace + "/current-project-id.txt"), QByteArray("ABC"));
         QVERIFY(!QFile::exists(model->projectFileURL(startupID)));
@@ -121,15 +122,15 @@ private slots:
         QTemporaryDir root;
         auto model = makeModel(root.path());
         model->loadSavedProject();
-        const QString file = model->projectFileURL(*model->project.projectID);
+        const QString file = model->projectFileURL(*model->project().projectID);
 
         // A folder where the mirror file belongs makes the save fail even for root.
         const QString mirror = root.path() + "/.quillmark/project.json";
         QFile::remove(mirror);
         QDir().mkpath(mirror + "/blocked");
-        model->project.appName = "Changed";
+        arrange(*model).project.appName = "Changed";
         QVERIFY(!model->saveProject());
-        QVERIFY2(model->lastError->startsWith("Could not save project: "), qPrintable(*model->lastError));
+        QVERIFY2(model->lastError()->startsWith("Could not save project: "), qPrintable(*model->lastError()));
         QVERIFY(QFileInfo(mirror).isDir());
         QVERIFY(!QFileInfo::exists(mirror + ".tmp"));
 
@@ -137,11 +138,11 @@ private slots:
             // A read-only projects folder: the previous file stays whole.
             QDir(mirror).removeRecursively();
             QFile::setPermissions(root.path() + "/.quillmark/projects", QFile::ReadOwner | QFile::ExeOwner);
-            model->project.appName = "Changed again";
+            arrange(*model).project.appName = "Changed again";
             QVERIFY(!model->saveProject());
             QFile::setPermissions(root.path() + "/.quillmark/projects",
                                   QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-            QVERIFY(model->lastError->startsWith("Could not save project: "));
+            QVERIFY(model->lastError()->startsWith("Could not save project: "));
             QVERIFY(TestSupport::readFile(file).contains("Changed\""));
         }
     }
@@ -157,13 +158,13 @@ private slots:
         QDir().mkpath(workspace + "/project.json/blocked");
         auto model = makeModel(root.path());
         QVERIFY(model->loadSavedProject());
-        QCOMPARE(*model->project.projectName, QString("Current"));
-        QVERIFY2(model->lastError->startsWith("Could not save project: "), qPrintable(*model->lastError));
+        QCOMPARE(*model->project().projectName, QString("Current"));
+        QVERIFY2(model->lastError()->startsWith("Could not save project: "), qPrintable(*model->lastError()));
 
         TestSupport::writeFile(workspace + "/projects/ABC.json", "{ broken");
         auto broken = makeModel(root.path());
         QVERIFY(!broken->loadSavedProject());
-        QVERIFY(broken->lastError->startsWith("Could not load saved project: "));
+        QVERIFY(broken->lastError()->startsWith("Could not load saved project: "));
     }
 
     // The file system's own reason reaches the user, not only the folder's name.
@@ -175,8 +176,8 @@ private slots:
         QVERIFY(!model->saveProject());
         const QString expected = "Could not save project: Could not create the folder " + root.path()
                                  + "/.quillmark/projects: ";
-        QVERIFY2(model->lastError->startsWith(expected), qPrintable(*model->lastError));
-        QVERIFY(model->lastError->size() > expected.size());
+        QVERIFY2(model->lastError()->startsWith(expected), qPrintable(*model->lastError()));
+        QVERIFY(model->lastError()->size() > expected.size());
     }
 
     void normalization()
@@ -235,10 +236,10 @@ private slots:
         QTemporaryDir root;
         auto model = makeModel(root.path());
         current.replace("ROOT", model->outputRootDirectory());
-        model->project.outputDirectory = current;
-        model->project.projectID = "ABCDEF12-0000-0000-0000-000000000000";
+        arrange(*model).project.outputDirectory = current;
+        arrange(*model).project.projectID = "ABCDEF12-0000-0000-0000-000000000000";
         model->ensureProjectIdentityAndOutputDirectory("My App!", prefer);
-        QCOMPARE(model->project.outputDirectory,
+        QCOMPARE(model->project().outputDirectory,
                  kept ? current : model->outputRootDirectory() + "/my-app-abcdef12");
     }
 };

@@ -60,8 +60,8 @@ struct Checkpoints : ModelFixture
 {
     Checkpoints()
     {
-        model->project.outputDirectory = root.path() + "/out";
-        model->project.devices = {QStringLiteral("UDID-1")};
+        arrange(*model).project.outputDirectory = root.path() + "/out";
+        arrange(*model).project.devices = {QStringLiteral("UDID-1")};
     }
 
     QString manual(const QString &name = {}) const { return model->manualCaptureDirectory() + "/" + name; }
@@ -78,9 +78,10 @@ struct Checkpoints : ModelFixture
             const QString file = AppModel::checkpointFileName(i + 1, names.at(i));
             TestSupport::writeFile(manual(file), names.at(i).toUtf8() + QByteArray::number(i + 1));
             model->upsertManualScreen(i + 1, names.at(i), file);
-            model->project.screens.append(ScreenDraft{.name = names.at(i), .operations = {OperationDraft::tap(i, i)}});
+            arrange(*model).project.screens.append(
+                ScreenDraft{.name = names.at(i), .operations = {OperationDraft::tap(i, i)}});
         }
-        model->project.manualCaptureIndex = names.size() + 1;
+        arrange(*model).project.manualCaptureIndex = names.size() + 1;
     }
 
     ManualScreenDraft at(qsizetype position) const { return model->manualScreens().at(position); }
@@ -88,7 +89,7 @@ struct Checkpoints : ModelFixture
     QList<qint64> screenTaps() const
     {
         QList<qint64> taps;
-        for (const ScreenDraft &screen : model->project.screens)
+        for (const ScreenDraft &screen : model->project().screens)
             taps.append(screen.operations.first().as<TapOperation>()->x);
         return taps;
     }
@@ -109,9 +110,9 @@ private slots:
         QCOMPARE(c.model->manualCaptureName(" "), QStringLiteral("initial-screen"));
         c.model->upsertManualScreen(1, "home", "01-home.png");
         QCOMPARE(c.model->manualCaptureName(""), QStringLiteral("screen"));
-        c.model->project.manualCaptureIndex = 100;
+        arrange(*c.model).project.manualCaptureIndex = 100;
         QCOMPARE(c.model->manualCaptureFilenamePreview("../../etc"), QStringLiteral("100-etc.png"));
-        c.model->project.manualCaptureIndex = -4;
+        arrange(*c.model).project.manualCaptureIndex = -4;
         QCOMPARE(c.model->nextManualCaptureIndex(), 1);
     }
 
@@ -119,15 +120,15 @@ private slots:
     {
         ScreenshotStandIn xcrun;
         Checkpoints c;
-        c.model->isRecordingFlow = true;
-        c.model->pendingOperations = {OperationDraft::tap(1, 1)};
+        arrange(*c.model).isRecordingFlow = true;
+        arrange(*c.model).pendingOperations = {OperationDraft::tap(1, 1)};
         c.model->captureManualScreenshot("home");
-        QVERIFY(c.model->lastError && c.model->lastError->startsWith("Could not capture current simulator: "));
-        QVERIFY(c.model->lastError->contains("No booted device."));
+        QVERIFY(c.model->lastError() && c.model->lastError()->startsWith("Could not capture current simulator: "));
+        QVERIFY(c.model->lastError()->contains("No booted device."));
         QVERIFY(c.files().isEmpty());
-        QVERIFY(c.model->manualScreens().isEmpty() && c.model->project.screens.isEmpty());
-        QCOMPARE(c.model->pendingOperations.size(), 1);
-        QCOMPARE(c.model->project.manualCaptureIndex, 1);
+        QVERIFY(c.model->manualScreens().isEmpty() && c.model->project().screens.isEmpty());
+        QCOMPARE(c.model->pendingOperations().size(), 1);
+        QCOMPARE(c.model->project().manualCaptureIndex, 1);
     }
 
     void screenshotThatIsNoPictureIsRefused()
@@ -137,7 +138,7 @@ private slots:
         xcrun.corruptScreen();
         Checkpoints c;
         c.model->captureManualScreenshot("home");
-        QVERIFY(c.model->lastError && c.model->lastError->startsWith(
+        QVERIFY(c.model->lastError() && c.model->lastError()->startsWith(
                     "Could not capture current simulator: The Simulator's screenshot is not a readable PNG image"));
         QVERIFY(c.files().isEmpty());
         QVERIFY(c.model->manualScreens().isEmpty());
@@ -149,7 +150,7 @@ private slots:
         xcrun.setScreen(Qt::green);
         Checkpoints c;
         c.make({"a", "b", "home"});
-        c.model->project.manualCaptureIndex = 3;
+        arrange(*c.model).project.manualCaptureIndex = 3;
         c.model->captureManualScreenshot("home");
         QCOMPARE(c.files(), (QStringList{"01-a.png", "02-b.png", "03-home.png"}));
         QCOMPARE(QImage(c.manual("03-home.png")).pixelColor(0, 0), QColor(Qt::green));
@@ -172,14 +173,14 @@ private slots:
         Checkpoints c;
         c.make(names);
         c.model->moveCheckpoint(c.at(0), +1);
-        QVERIFY(!c.model->lastError);
+        QVERIFY(!c.model->lastError());
         QCOMPARE(c.files(), files);
         QCOMPARE(c.image(files.at(0)), names.at(1).toUtf8() + "2");
         QCOMPARE(c.image(files.at(1)), names.at(0).toUtf8() + "1");
         QCOMPARE(c.at(0).index, 1);
         QCOMPARE(c.at(0).name, names.at(1));
         QCOMPARE(c.screenTaps(), (QList<qint64>{1, 0}));
-        QCOMPARE(c.model->project.manualCaptureIndex, 3);
+        QCOMPARE(c.model->project().manualCaptureIndex, 3);
     }
 
     void movingPastEitherEndDoesNothing()
@@ -199,13 +200,13 @@ private slots:
         Checkpoints c;
         c.make({"a", "b", "c"});
         c.model->deleteCheckpoint(c.at(1));
-        QVERIFY(!c.model->lastError);
+        QVERIFY(!c.model->lastError());
         QCOMPARE(c.platform->trashed, QStringList{c.manual("02-b.png")});
         QCOMPARE(c.files(), (QStringList{"01-a.png", "02-c.png"}));
         QCOMPARE(c.image("02-c.png"), QByteArray("c3"));
         QCOMPARE(c.screenTaps(), (QList<qint64>{0, 2}));
-        QCOMPARE(c.model->project.manualCaptureIndex, 3);
-        QCOMPARE(c.model->lastManualCaptureURL, c.manual("02-c.png"));
+        QCOMPARE(c.model->project().manualCaptureIndex, 3);
+        QCOMPARE(c.model->lastManualCaptureURL(), c.manual("02-c.png"));
     }
 
     void trashingAnImageFreesItsNumberOnlyWhenNewest_data()
@@ -223,10 +224,10 @@ private slots:
         Checkpoints c;
         c.make({"a", "b", "c", "d"});
         c.model->moveScreenshotToTrash(c.manual(c.at(trashed - 1).filename.value()));
-        QCOMPARE(c.model->project.manualCaptureIndex, nextIndex);
+        QCOMPARE(c.model->project().manualCaptureIndex, nextIndex);
         QCOMPARE(c.model->manualScreens().size(), 3);
-        QCOMPARE(c.model->project.screens.size(), 3);
-        QCOMPARE(c.model->lastManualCaptureURL, c.manual(trashed == 4 ? "03-c.png" : "04-d.png"));
+        QCOMPARE(c.model->project().screens.size(), 3);
+        QCOMPARE(c.model->lastManualCaptureURL(), c.manual(trashed == 4 ? "03-c.png" : "04-d.png"));
     }
 
     // A document may name images anywhere; only files inside "manual" are
@@ -259,13 +260,13 @@ private slots:
         }
         QList<ManualScreenDraft> screens = c.model->manualScreens();
         screens[1].filename = hostile;
-        c.model->project.manualScreens = screens;
+        arrange(*c.model).project.manualScreens = screens;
         const QList<ManualScreenDraft> before = c.model->manualScreens();
         const QStringList filesBefore = c.files();
 
         const auto refused = [&](const char *what) {
-            QVERIFY2(c.model->lastError && c.model->lastError->contains("Checkpoint 2 was left alone: "),
-                     qPrintable(QString(what) + ": " + c.model->lastError.value_or("no error")));
+            QVERIFY2(c.model->lastError() && c.model->lastError()->contains("Checkpoint 2 was left alone: "),
+                     qPrintable(QString(what) + ": " + c.model->lastError().value_or("no error")));
             QCOMPARE(TestSupport::readFile(victim), QByteArray("precious"));
             QCOMPARE(TestSupport::readFile(c.manual("sub/02-b.png")), QByteArray("precious"));
             QCOMPARE(c.model->manualScreens(), before);
@@ -287,7 +288,7 @@ private slots:
         QCOMPARE(TestSupport::readFile(victim), QByteArray("precious"));
         QCOMPARE(TestSupport::readFile(c.manual("sub/02-b.png")), QByteArray("precious"));
         QVERIFY(!QFileInfo::exists(c.manual("01-a.png")) && !QFileInfo::exists(c.manual("03-c.png")));
-        QVERIFY(c.model->runLog.contains("Checkpoint 2 was left alone: "));
+        QVERIFY(c.model->runLog().contains("Checkpoint 2 was left alone: "));
     }
 
     // "manual" that is a link to a folder elsewhere holds none of the
@@ -298,16 +299,16 @@ private slots:
         const QString elsewhere = c.root.path() + "/elsewhere";
         for (const char *file : {"01-a.png", "02-b.png"})
             TestSupport::writeFile(elsewhere + "/" + file, file);
-        QVERIFY(QDir().mkpath(c.model->project.outputDirectory));
+        QVERIFY(QDir().mkpath(c.model->project().outputDirectory));
         QVERIFY(QFile::link(elsewhere, c.model->manualCaptureDirectory()));
         c.model->upsertManualScreen(1, "a", "01-a.png");
         c.model->upsertManualScreen(2, "b", "02-b.png");
 
         QVERIFY(c.model->manualCaptureURLs().isEmpty());
         c.model->deleteLastManualCapture();
-        QCOMPARE(c.model->lastError, QStringLiteral("There is no manual screenshot to delete."));
+        QCOMPARE(c.model->lastError(), QStringLiteral("There is no manual screenshot to delete."));
         c.model->moveCheckpoint(c.at(0), +1);
-        QVERIFY(c.model->lastError && c.model->lastError->contains("leads outside the output folder"));
+        QVERIFY(c.model->lastError() && c.model->lastError()->contains("leads outside the output folder"));
         c.model->resetRecordedFlow();
         QCOMPARE(QDir(elsewhere).entryList(QDir::Files, QDir::Name), (QStringList{"01-a.png", "02-b.png"}));
         QCOMPARE(TestSupport::readFile(elsewhere + "/01-a.png"), QByteArray("01-a.png"));
@@ -328,7 +329,7 @@ private slots:
     void syncRebuildsCheckpointsFromNumberedImages()
     {
         Checkpoints c;
-        c.model->project.manualScreens.reset();
+        arrange(*c.model).project.manualScreens.reset();
         for (const char *file : {"01-home.png", "02-my-settings.png", "10-ten.png", "07.png", "9-nine.png",
                                  "notes.png", ".capture-1234.png", "03-text.txt"})
             TestSupport::writeFile(c.manual(file), "x");
@@ -341,7 +342,7 @@ private slots:
                                     "9 nine 9-nine.png", "10 ten 10-ten.png"}));
 
         // Records that exist are never replaced from the folder.
-        c.model->project.manualScreens = QList<ManualScreenDraft>{{"ID", 1, "kept", std::nullopt}};
+        arrange(*c.model).project.manualScreens = QList<ManualScreenDraft>{{"ID", 1, "kept", std::nullopt}};
         c.model->syncManualScreensFromExistingCapturesIfNeeded();
         QCOMPARE(c.model->manualScreens().size(), 1);
     }

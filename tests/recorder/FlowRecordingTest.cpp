@@ -27,14 +27,14 @@ struct Recorder : ModelFixture
     {
         // Window-server bounds have their origin at the top left of the 900-high screen.
         platform->windows = {{QStringLiteral("Simulator"), 0, QRectF(100, 900 - 484, 300, 434)}};
-        model->recorderPreviewPixelSize = QSizeF(400, 800);
-        model->recorderPreviewScale = 2.0;
+        arrange(*model).recorderPreviewPixelSize = QSizeF(400, 800);
+        arrange(*model).recorderPreviewScale = 2.0;
     }
 
     void startRecording(ReferenceSeconds at = 1000)
     {
-        model->isRecordingFlow = true;
-        model->lastRecordedActionAt = at;
+        arrange(*model).isRecordingFlow = true;
+        arrange(*model).lastRecordedActionAt = at;
         model->startSimulatorEventMonitoring();
     }
 
@@ -44,7 +44,7 @@ struct Recorder : ModelFixture
     QStringList pending() const
     {
         QStringList identities;
-        for (const OperationDraft &operation : model->pendingOperations)
+        for (const OperationDraft &operation : model->pendingOperations())
             identities.append(operation.identity());
         return identities;
     }
@@ -82,7 +82,7 @@ private slots:
         QCOMPARE(wait.has_value(), expected.has_value());
         if (expected)
             QCOMPARE(*wait, OperationDraft::wait(*expected));
-        r.model->isRecordingFlow = false;
+        arrange(*r.model).isRecordingFlow = false;
         QVERIFY(!r.model->recordedDelayOperation(1000 + gap));
     }
 
@@ -92,24 +92,24 @@ private slots:
         r.platform->accessibilityTrusted = false; // recording goes on, the status says where to allow it
         r.startRecording(ReferenceDate::now());
         QVERIFY(r.platform->mouseHandler);
-        QVERIFY(r.model->simulatorEventRecordingStatus.contains("Privacy & Security > Accessibility"));
+        QVERIFY(r.model->simulatorEventRecordingStatus().contains("Privacy & Security > Accessibility"));
         QCOMPARE(r.platform->accessibilityRequests, 1); // the desktop's prompt, once, when recording starts
         r.platform->sendMouse(MouseEventType::leftMouseDown, centre);
         r.platform->sendMouse(MouseEventType::leftMouseUp, centre + QPointF(3, 3));
         QCOMPARE(r.pending(), QStringList{"tap-100-200"});
-        QCOMPARE(r.model->simulatorEventRecordingStatus, QStringLiteral("Recorded Tap 100, 200"));
-        QVERIFY(!r.model->simulatorMouseDown);
+        QCOMPARE(r.model->simulatorEventRecordingStatus(), QStringLiteral("Recorded Tap 100, 200"));
+        QVERIFY(!r.model->simulatorMouseDown());
     }
 
     // The scripted recorder enters its taps itself: no monitor, no prompt.
     void frontWithoutDesktopClicksInstallsNoMonitor()
     {
         Recorder r;
-        r.model->observesDesktopClicks = false;
+        r.model->setObservesDesktopClicks(false);
         r.startRecording(ReferenceDate::now());
-        QVERIFY(r.model->isRecordingFlow);
+        QVERIFY(r.model->isRecordingFlow());
         QVERIFY(!r.platform->mouseHandler);
-        QVERIFY(!r.model->simulatorEventMonitorInstalled);
+        QVERIFY(!r.model->simulatorEventMonitorInstalled());
         QCOMPARE(r.platform->accessibilityRequests, 0);
     }
 
@@ -127,7 +127,7 @@ private slots:
         r.startRecording(1000);
         r.press(centre, 1000.1);
         r.press(offScreen, 1000.2);
-        QVERIFY(!r.model->simulatorMouseDown);
+        QVERIFY(!r.model->simulatorMouseDown());
         r.release(centre, 1000.3);
         QVERIFY(r.pending().isEmpty());
     }
@@ -147,9 +147,9 @@ private slots:
         Recorder r;
         r.startRecording(1000);
         if (missing == "recording")
-            r.model->isRecordingFlow = false;
+            arrange(*r.model).isRecordingFlow = false;
         if (missing == "preview")
-            r.model->recorderPreviewPixelSize = QSizeF(0, 0);
+            arrange(*r.model).recorderPreviewPixelSize = QSizeF(0, 0);
         if (missing == "window")
             r.platform->windows.clear();
         if (missing != "press")
@@ -165,8 +165,8 @@ private slots:
         r.platform->canInstallMonitor = false;
         r.platform->monitorProblem = QStringLiteral("Recording clicks needs an X11 display (set DISPLAY).");
         r.startRecording(1000);
-        QVERIFY(!r.model->simulatorEventMonitorInstalled);
-        QCOMPARE(r.model->simulatorEventRecordingStatus, *r.platform->monitorProblem);
+        QVERIFY(!r.model->simulatorEventMonitorInstalled());
+        QCOMPARE(r.model->simulatorEventRecordingStatus(), *r.platform->monitorProblem);
     }
 
     // The display goes away mid-recording: the recording stops with the
@@ -176,14 +176,16 @@ private slots:
         Recorder r;
         r.model->loadSavedProject();
         r.startRecording(1000);
-        r.model->project.screens.append(ScreenDraft{.name = "home"});
+        arrange(*r.model).project.screens.append(ScreenDraft{.name = "home"});
         r.press(centre, 1000.1);
         r.platform->endMonitor(QStringLiteral("The connection to the X11 display was lost."));
-        QVERIFY(!r.model->isRecordingFlow && !r.model->simulatorEventMonitorInstalled && !r.model->simulatorMouseDown);
-        QVERIFY(r.model->lastError && r.model->lastError->startsWith("The connection to the X11 display was lost. "));
-        QCOMPARE(r.model->project.screens.size(), 1);
+        QVERIFY(!r.model->isRecordingFlow() && !r.model->simulatorEventMonitorInstalled()
+                && !r.model->simulatorMouseDown());
+        QVERIFY(r.model->lastError()
+                && r.model->lastError()->startsWith("The connection to the X11 display was lost. "));
+        QCOMPARE(r.model->project().screens.size(), 1);
         r.model->stopFlowRecording();
-        QVERIFY(!r.model->isRecordingFlow);
+        QVERIFY(!r.model->isRecordingFlow());
     }
 
     void replacingTheProjectEndsTheRecording()
@@ -191,10 +193,10 @@ private slots:
         Recorder r;
         r.model->loadSavedProject();
         r.startRecording(1000);
-        r.model->pendingOperations = {OperationDraft::tap(1, 1)};
+        arrange(*r.model).pendingOperations = {OperationDraft::tap(1, 1)};
         r.model->startNewProject("Next");
-        QVERIFY(!r.model->isRecordingFlow && !r.model->lastRecordedActionAt && !r.platform->mouseHandler);
-        QVERIFY(r.model->pendingOperations.isEmpty());
+        QVERIFY(!r.model->isRecordingFlow() && !r.model->lastRecordedActionAt() && !r.platform->mouseHandler);
+        QVERIFY(r.model->pendingOperations().isEmpty());
     }
 
     void resetKeepsTheRecordingButNotTheFlow()
@@ -204,27 +206,27 @@ private slots:
         const QString manual = r.model->manualCaptureDirectory();
         TestSupport::writeFile(manual + "/01-home.png", "png");
         TestSupport::writeFile(manual + "/notes.txt", "kept");
-        r.model->project.screens.append(ScreenDraft{.name = "home"});
+        arrange(*r.model).project.screens.append(ScreenDraft{.name = "home"});
         r.model->upsertManualScreen(1, "home", "01-home.png");
-        r.model->project.manualCaptureIndex = 2;
-        r.model->pendingOperations = {OperationDraft::tap(1, 1)};
+        arrange(*r.model).project.manualCaptureIndex = 2;
+        arrange(*r.model).pendingOperations = {OperationDraft::tap(1, 1)};
         QVERIFY(r.model->canResetRecordedFlow());
 
         r.model->resetRecordedFlow();
-        QVERIFY(r.model->isRecordingFlow);
+        QVERIFY(r.model->isRecordingFlow());
         QVERIFY(r.platform->mouseHandler);
-        QVERIFY(r.model->lastRecordedActionAt && *r.model->lastRecordedActionAt > 1000);
+        QVERIFY(r.model->lastRecordedActionAt() && *r.model->lastRecordedActionAt() > 1000);
         QVERIFY(!QFileInfo::exists(manual + "/01-home.png"));
         QVERIFY(QFileInfo::exists(manual + "/notes.txt"));
-        QVERIFY(r.model->project.screens.isEmpty() && r.model->manualScreens().isEmpty());
-        QCOMPARE(r.model->project.manualCaptureIndex, 1);
+        QVERIFY(r.model->project().screens.isEmpty() && r.model->manualScreens().isEmpty());
+        QCOMPARE(r.model->project().manualCaptureIndex, 1);
         QVERIFY(!r.model->canResetRecordedFlow());
 
         r.model->stopFlowRecording();
-        r.model->lastManualCaptureURL = manual + "/gone.png";
+        arrange(*r.model).lastManualCaptureURL = manual + "/gone.png";
         QVERIFY(r.model->canResetRecordedFlow());
         r.model->resetRecordedFlow();
-        QVERIFY(!r.model->isRecordingFlow && !r.model->lastRecordedActionAt && !r.platform->mouseHandler);
+        QVERIFY(!r.model->isRecordingFlow() && !r.model->lastRecordedActionAt() && !r.platform->mouseHandler);
     }
 };
 

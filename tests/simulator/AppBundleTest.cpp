@@ -1,5 +1,6 @@
 // Reading .app bundles from disk and making one the project's app.
 
+#include "ModelFixture.h"
 #include "SimulatorFixtures.h"
 #include "TestSupport.h"
 
@@ -166,18 +167,18 @@ private slots:
         QFETCH(QString, message);
         QTemporaryDir root;
         AppModel model(root.path(), std::make_unique<ScriptedPlatformServices>());
-        model.project.screens = {ScreenDraft{"S1", "Home"}};
-        const ScreenshotProject before = model.project;
+        arrange(model).project.screens = {ScreenDraft{"S1", "Home"}};
+        const ScreenshotProject before = model.project();
         model.setAppBundle(path);
-        QCOMPARE(model.lastError.value_or(QString()), message);
-        QCOMPARE(model.project, before);
+        QCOMPARE(model.lastError().value_or(QString()), message);
+        QCOMPARE(model.project(), before);
     }
 
     void setAppBundleResetsTheFlowOnlyForAnotherApp()
     {
         QTemporaryDir root;
         AppModel model(root.path(), std::make_unique<ScriptedPlatformServices>());
-        ScreenshotProject &p = model.project;
+        ScreenshotProject &p = arrange(model).project;
         p.screens = {ScreenDraft{"S1", "Home"}};
         p.manualScreens = QList<ManualScreenDraft>{{"M1", 1, "Home", "01-home.png"}};
         p.globalLaunchArguments = {"-UITests"};
@@ -186,18 +187,18 @@ private slots:
         p.manualCaptureIndex = 4;
         p.attachedDeviceName = "iPhone 15";
         p.languages = {"ja"};
-        model.pendingOperations = {OperationDraft::wait(1.0)};
+        arrange(model).pendingOperations = {OperationDraft::wait(1.0)};
 
         const QString bundle = makeBundle(dir.filePath("flow/Demo.app"), SimulatorFixtures::xmlInfoPlist, {"en.lproj/", "de.lproj/"});
         model.setAppBundle(bundle + "/");
-        QVERIFY(!model.lastError);
+        QVERIFY(!model.lastError());
         QCOMPARE(p.appPath, bundle);
         QCOMPARE(p.appName, QString("Démo"));
         QCOMPARE(p.bundleId, QString("com.example.demo"));
         QVERIFY(p.isSimulatorBuild);
         QCOMPARE(p.attachedDeviceName, std::nullopt);
         QCOMPARE(p.languages, (QStringList{"de", "en"}));
-        QVERIFY(p.screens.isEmpty() && p.globalLaunchArguments.isEmpty() && model.pendingOperations.isEmpty());
+        QVERIFY(p.screens.isEmpty() && p.globalLaunchArguments.isEmpty() && model.pendingOperations().isEmpty());
         QCOMPARE(p.stateArgumentName, QString("vantrel.screen"));
         QCOMPARE(p.sampleNameArgumentName, QString());
         QCOMPARE(p.manualCaptureIndex, std::optional<qint64>(1));

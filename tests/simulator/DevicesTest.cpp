@@ -1,6 +1,7 @@
 // Discovering simulators and attaching the project to the booted one, with
 // a stand-in xcrun.
 
+#include "ModelFixture.h"
 #include "TestSupport.h"
 #include "XcrunStandIn.h"
 
@@ -73,25 +74,25 @@ private slots:
         auto model = makeModel();
         xcrun.respond("list", deviceList({bootedPhone, shutdownPhone}));
         model->refreshDevices();
-        QCOMPARE(model->availableDevices.size(), 2);
-        QVERIFY(!model->lastError);
+        QCOMPARE(model->availableDevices().size(), 2);
+        QVERIFY(!model->lastError());
 
         xcrun.respond("list", "", 72, "xcrun: error: unable to find utility \"simctl\"\n");
         model->refreshDevices();
-        QCOMPARE(*model->lastError, QString("Could not load simulators: Command failed: xcrun simctl list devices "
+        QCOMPARE(*model->lastError(), QString("Could not load simulators: Command failed: xcrun simctl list devices "
                                             "--json\nxcrun: error: unable to find utility \"simctl\"\n"));
-        QCOMPARE(model->availableDevices.size(), 2);
+        QCOMPARE(model->availableDevices().size(), 2);
 
         xcrun.respond("list", "{\"runtimes\": []}");
         model->refreshDevices();
-        QVERIFY(model->lastError->startsWith("Could not load simulators: The simulator list could not be read"));
-        QCOMPARE(model->availableDevices.size(), 2);
+        QVERIFY(model->lastError()->startsWith("Could not load simulators: The simulator list could not be read"));
+        QCOMPARE(model->availableDevices().size(), 2);
 
         xcrun.respond("list", deviceList({bootedPad}));
         model->refreshDevices();
-        QVERIFY(!model->lastError);
-        QCOMPARE(model->availableDevices.first().name, QString("iPad Air"));
-        QCOMPARE(model->availableDevices.first().runtime, QString("iOS 17 5"));
+        QVERIFY(!model->lastError());
+        QCOMPARE(model->availableDevices().first().name, QString("iPad Air"));
+        QCOMPARE(model->availableDevices().first().runtime, QString("iOS 17 5"));
     }
 
     void attach_data()
@@ -126,23 +127,24 @@ private slots:
         XcrunStandIn xcrun;
         xcrun.respond("list", deviceList(listed));
         auto model = makeModel();
-        model->project.devices = projectDevices;
-        model->project.appPath = "/apps/Shop.app";
-        model->project.isSimulatorBuild = true;
-        const ScreenshotProject before = model->project;
+        arrange(*model).project.devices = projectDevices;
+        arrange(*model).project.appPath = "/apps/Shop.app";
+        arrange(*model).project.isSimulatorBuild = true;
+        const ScreenshotProject before = model->project();
 
         model->attachToBootedSimulator();
         if (!chosen.isEmpty()) {
-            QVERIFY(!model->lastError);
-            QCOMPARE(model->project.devices, QStringList{chosen});
-            QCOMPARE(model->project.appPath, QString());
-            QCOMPARE(model->project.isSimulatorBuild, false);
-            QCOMPARE(model->project.appName, QString("Attached Simulator"));
-            QCOMPARE(*model->project.attachedDeviceName, model->displayNameForDeviceID(chosen));
-            QVERIFY(TestSupport::readFile(model->projectFileURL(*model->project.projectID)).contains(chosen.toUtf8()));
+            QVERIFY(!model->lastError());
+            QCOMPARE(model->project().devices, QStringList{chosen});
+            QCOMPARE(model->project().appPath, QString());
+            QCOMPARE(model->project().isSimulatorBuild, false);
+            QCOMPARE(model->project().appName, QString("Attached Simulator"));
+            QCOMPARE(*model->project().attachedDeviceName, model->displayNameForDeviceID(chosen));
+            QVERIFY(
+                TestSupport::readFile(model->projectFileURL(*model->project().projectID)).contains(chosen.toUtf8()));
         } else {
-            QCOMPARE(model->lastError.value_or(QString()), error);
-            QCOMPARE(model->project, before);
+            QCOMPARE(model->lastError().value_or(QString()), error);
+            QCOMPARE(model->project(), before);
         }
     }
 
@@ -151,13 +153,13 @@ private slots:
         XcrunStandIn xcrun;
         xcrun.respond("list", deviceList({bootedPhone, shutdownPhone}));
         auto model = makeModel();
-        model->project.appPath = "/apps/Shop.app";
-        model->project.isSimulatorBuild = true;
+        arrange(*model).project.appPath = "/apps/Shop.app";
+        arrange(*model).project.isSimulatorBuild = true;
         QCOMPARE(model->activeDeviceID(), std::optional<QString>("PHONE"));
-        QCOMPARE(model->project.devices, QStringList{"PHONE"});
-        QCOMPARE(model->project.appPath, QString("/apps/Shop.app"));
-        QCOMPARE(model->project.isSimulatorBuild, true);
-        QCOMPARE(model->project.attachedDeviceName, std::optional<QString>("iPhone 15"));
+        QCOMPARE(model->project().devices, QStringList{"PHONE"});
+        QCOMPARE(model->project().appPath, QString("/apps/Shop.app"));
+        QCOMPARE(model->project().isSimulatorBuild, true);
+        QCOMPARE(model->project().attachedDeviceName, std::optional<QString>("iPhone 15"));
         QCoreApplication::processEvents();
         QCOMPARE(xcrun.calls().size(), 1); // nothing follows a quiet attach
     }
@@ -168,12 +170,12 @@ private slots:
         xcrun.respond("list", deviceList({bootedPhone, {"iPhone 15", "PHONE", "Shutdown", "x.iOS-18-0"}}));
         auto model = makeModel();
         model->refreshDevices();
-        model->project.devices = {"STORED"};
-        model->project.attachedDeviceName = "Stored Phone";
+        arrange(*model).project.devices = {"STORED"};
+        arrange(*model).project.attachedDeviceName = "Stored Phone";
         QCOMPARE(model->displayNameForDeviceID("PHONE"), QString("iPhone 15"));
         QCOMPARE(model->displayNameForDeviceID("STORED"), QString("Stored Phone"));
         QCOMPARE(model->displayNameForDeviceID("UNKNOWN"), QString("UNKNOWN"));
-        model->project.devices = {"OTHER", "STORED"};
+        arrange(*model).project.devices = {"OTHER", "STORED"};
         QCOMPARE(model->displayNameForDeviceID("STORED"), QString("STORED"));
     }
 };

@@ -1,6 +1,7 @@
 // Detecting and choosing the installed app, and starting it on the device
 // in a language, with a stand-in xcrun.
 
+#include "ModelFixture.h"
 #include "TestSupport.h"
 #include "XcrunStandIn.h"
 
@@ -46,8 +47,8 @@ class InstalledAppsTest : public QObject
     std::unique_ptr<AppModel> attachedModel()
     {
         auto model = std::make_unique<AppModel>(root.path(), std::make_unique<ScriptedPlatformServices>());
-        model->project.devices = {"PHONE"};
-        model->project.attachedDeviceName = "iPhone 15";
+        arrange(*model).project.devices = {"PHONE"};
+        arrange(*model).project.attachedDeviceName = "iPhone 15";
         return model;
     }
 
@@ -65,12 +66,13 @@ private slots:
         auto model = attachedModel();
         model->setLastError("stale");
         model->refreshInstalledApps();
-        QVERIFY(!model->lastError);
-        QCOMPARE(model->installedApps, (QList<InstalledSimulatorApp>{{"Demo App", "com.example.demo"}}));
-        QCOMPARE(model->project.bundleId, QString("com.example.demo"));
-        QCOMPARE(model->project.appName, QString("Demo App"));
-        QVERIFY(model->project.outputDirectory.endsWith("/demo-app-" + model->project.projectID->left(8).toLower()));
-        QVERIFY(model->runLog.isEmpty());
+        QVERIFY(!model->lastError());
+        QCOMPARE(model->installedApps(), (QList<InstalledSimulatorApp>{{"Demo App", "com.example.demo"}}));
+        QCOMPARE(model->project().bundleId, QString("com.example.demo"));
+        QCOMPARE(model->project().appName, QString("Demo App"));
+        QVERIFY(
+            model->project().outputDirectory.endsWith("/demo-app-" + model->project().projectID->left(8).toLower()));
+        QVERIFY(model->runLog().isEmpty());
     }
 
     void nothingIsSelectedAmongSeveralOrWhenChosen()
@@ -79,34 +81,35 @@ private slots:
         xcrun.respond("listapps", listApps({{"b.two", "Two"}, {"a.one", "One"}}));
         auto model = attachedModel();
         model->refreshInstalledApps();
-        QCOMPARE(model->installedApps.size(), 2);
-        QCOMPARE(model->project.bundleId, QString());
+        QCOMPARE(model->installedApps().size(), 2);
+        QCOMPARE(model->project().bundleId, QString());
 
         xcrun.respond("listapps", listApps({{"a.one", "One"}}));
-        model->project.bundleId = "chosen.before";
+        arrange(*model).project.bundleId = "chosen.before";
         model->refreshInstalledApps();
-        QCOMPARE(model->project.bundleId, QString("chosen.before"));
+        QCOMPARE(model->project().bundleId, QString("chosen.before"));
     }
 
     void selectingAnotherAppKeepsTheFlowAndSaysSo()
     {
         XcrunStandIn xcrun;
         auto model = attachedModel();
-        model->project.bundleId = "a.one";
-        model->project.screens = {ScreenDraft{"S1", "Home"}};
+        arrange(*model).project.bundleId = "a.one";
+        arrange(*model).project.screens = {ScreenDraft{"S1", "Home"}};
         model->selectInstalledApp({"One", "a.one"});
-        QVERIFY(model->runLog.isEmpty());
+        QVERIFY(model->runLog().isEmpty());
         model->selectInstalledApp({"Two", "b.two"});
-        QCOMPARE(model->runLog, QString("Selected a different app. Existing checkpoints were kept; re-record if "
+        QCOMPARE(model->runLog(), QString("Selected a different app. Existing checkpoints were kept; re-record if "
                                         "this flow belongs to the previous app.\n"));
-        QCOMPARE(model->project.screens.size(), 1);
-        QCOMPARE(model->project.attachedDeviceName, std::optional<QString>("iPhone 15"));
+        QCOMPARE(model->project().screens.size(), 1);
+        QCOMPARE(model->project().attachedDeviceName, std::optional<QString>("iPhone 15"));
 
         // A project without a device name takes it from the device list.
-        model->project.attachedDeviceName.reset();
-        model->availableDevices = {{"iPad Air", "PAD", "iOS 17 5", "Booted"}, {"iPhone 15 Pro", "PHONE", "iOS 18 0", "Booted"}};
+        arrange(*model).project.attachedDeviceName.reset();
+        arrange(*model).availableDevices
+            = {{"iPad Air", "PAD", "iOS 17 5", "Booted"}, {"iPhone 15 Pro", "PHONE", "iOS 18 0", "Booted"}};
         model->selectInstalledApp({"Two", "b.two"});
-        QCOMPARE(model->project.attachedDeviceName, std::optional<QString>("iPhone 15 Pro"));
+        QCOMPARE(model->project().attachedDeviceName, std::optional<QString>("iPhone 15 Pro"));
     }
 
     void launchPassesTheLocale()
@@ -114,8 +117,8 @@ private slots:
         XcrunStandIn xcrun;
         xcrun.respond("terminate", "", 3, "found nothing to terminate\n");
         auto model = attachedModel();
-        model->project.bundleId = "com.example.demo";
-        model->project.globalLaunchArguments = {"-UITests", "YES"};
+        arrange(*model).project.bundleId = "com.example.demo";
+        arrange(*model).project.globalLaunchArguments = {"-UITests", "YES"};
         model->launchRecordedApp("PHONE", "pt-BR");
         const QList<QStringList> expected{
             {"simctl", "get_app_container", "PHONE", "com.example.demo", "app"},

@@ -1,6 +1,7 @@
 // The preview screenshot, the Simulator window's frame and where the
 // recorder panel goes.
 
+#include "ModelFixture.h"
 #include "TestSupport.h"
 #include "XcrunStandIn.h"
 
@@ -25,7 +26,7 @@ class PreviewAndGeometryTest : public QObject
     std::unique_ptr<AppModel> attachedModel()
     {
         auto model = std::make_unique<AppModel>(root.path(), std::make_unique<ScriptedPlatformServices>());
-        model->project.devices = {"PHONE"};
+        arrange(*model).project.devices = {"PHONE"};
         return model;
     }
 
@@ -46,16 +47,16 @@ private slots:
         xcrun.respond("list", "{\"devices\": {}}");
         AppModel detached(root.path(), std::make_unique<ScriptedPlatformServices>());
         detached.refreshRecorderPreview();
-        QCOMPARE(*detached.lastError, QString("Attach to a booted simulator before refreshing preview."));
+        QCOMPARE(*detached.lastError(), QString("Attach to a booted simulator before refreshing preview."));
 
         auto model = attachedModel();
         model->refreshRecorderPreview(); // the tool wrote no file
-        QCOMPARE(*model->lastError,
+        QCOMPARE(*model->lastError(),
                  QString("Could not refresh simulator preview: Could not load preview screenshot."));
 
         xcrun.respond("io-screenshot", "", 1, "Shutdown\n");
         model->refreshRecorderPreview();
-        QVERIFY(model->lastError->startsWith("Could not refresh simulator preview: Command failed: xcrun simctl io "
+        QVERIFY(model->lastError()->startsWith("Could not refresh simulator preview: Command failed: xcrun simctl io "
                                              "PHONE screenshot "));
 
         // A failing scale keeps the picture that was already taken.
@@ -63,9 +64,9 @@ private slots:
         xcrun.respond("io-enumerate", "", 1, "no display\n");
         xcrun.setScreenshot(QImage(10, 20, QImage::Format_RGB32));
         model->refreshRecorderPreview();
-        QVERIFY(model->lastError->endsWith("enumerate\nno display\n"));
-        QCOMPARE(model->recorderPreviewPixelSize, QSizeF(10, 20));
-        QCOMPARE(model->recorderPreviewScale, 1.0);
+        QVERIFY(model->lastError()->endsWith("enumerate\nno display\n"));
+        QCOMPARE(model->recorderPreviewPixelSize(), QSizeF(10, 20));
+        QCOMPARE(model->recorderPreviewScale(), 1.0);
         QVERIFY(QFileInfo(screenshotPath(xcrun)).fileName().startsWith("quillmark-preview-"));
         QVERIFY(!QFile::exists(screenshotPath(xcrun)));
     }
@@ -84,30 +85,30 @@ private slots:
         };
         XcrunStandIn xcrun;
         auto model = attachedModel();
-        model->project.screens.append(ScreenDraft{.name = "home"});
-        model->isRecordingFlow = true;
-        model->pendingOperations = {OperationDraft::tap(1, 1)};
+        arrange(*model).project.screens.append(ScreenDraft{.name = "home"});
+        arrange(*model).isRecordingFlow = true;
+        arrange(*model).pendingOperations = {OperationDraft::tap(1, 1)};
         xcrun.setScreenshot(QImage(10, 20, QImage::Format_RGB32));
         xcrun.respond("list", listing("Booted"));
         model->refreshPreviewAfterRecordedAction();
-        QVERIFY(model->isRecordingFlow);
+        QVERIFY(model->isRecordingFlow());
         for (const QStringList &call : xcrun.calls())
             QVERIFY2(call.value(1) != "list", "a preview that works never lists the devices");
 
         // A preview that fails on a booted device is only a failed preview.
         xcrun.respond("io-screenshot", "", 1, "busy\n");
         model->refreshPreviewAfterRecordedAction();
-        QVERIFY(model->isRecordingFlow);
-        QVERIFY(model->lastError->startsWith("Could not refresh simulator preview: "));
+        QVERIFY(model->isRecordingFlow());
+        QVERIFY(model->lastError()->startsWith("Could not refresh simulator preview: "));
 
         xcrun.respond("io-screenshot", "", 1, "Unable to lookup in current state: Shutdown\n");
         xcrun.respond("list", listing("Shutdown"));
         model->refreshPreviewAfterRecordedAction();
-        QVERIFY(!model->isRecordingFlow);
-        QCOMPARE(model->lastError.value_or(QString()),
+        QVERIFY(!model->isRecordingFlow());
+        QCOMPARE(model->lastError().value_or(QString()),
                  QString("iPhone 15 is no longer booted. Recording stopped; the checkpoints saved so far are kept."));
-        QCOMPARE(model->project.screens.size(), 1);
-        QVERIFY(model->pendingOperations.isEmpty());
+        QCOMPARE(model->project().screens.size(), 1);
+        QVERIFY(model->pendingOperations().isEmpty());
     }
 
     void windowFrame_data()

@@ -1,6 +1,7 @@
 // Running external commands: search path, environment, streams and the
 // failure text.
 
+#include "ModelFixture.h"
 #include "TestSupport.h"
 
 #include "model/AppError.h"
@@ -136,13 +137,14 @@ private slots:
         };
         QCOMPARE(AppModel::waitForProcess(start("echo lots; exit 3")), 3);
 
-        model.runProcess = start("exec sleep 30");
+        const std::shared_ptr<ChildProcess> sleeper = start("exec sleep 30");
+        arrange(model).runProcess = sleeper;
         QTimer::singleShot(200, &model, [&model] { model.cancelRun(); });
         QElapsedTimer clock;
         clock.start();
-        QCOMPARE(AppModel::waitForProcess(model.runProcess), 128 + SIGTERM);
+        QCOMPARE(AppModel::waitForProcess(sleeper), 128 + SIGTERM);
         QVERIFY(clock.elapsed() < 5000);
-        QVERIFY(!model.runProcess);
+        QVERIFY(!arrange(model).runProcess);
     }
 };
 

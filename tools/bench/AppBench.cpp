@@ -95,7 +95,7 @@ QString makeRoot(const QTemporaryDir &dir, int projects, int screenshots)
         if (file.open(QIODevice::WriteOnly))
             file.write(ProjectCoding::encodeBytes(other));
     }
-    writeScreenshots(model.project.outputDirectory + QStringLiteral("/de-DE/iPhone 15 Pro"), screenshots);
+    writeScreenshots(model.project().outputDirectory + QStringLiteral("/de-DE/iPhone 15 Pro"), screenshots);
     model.saveProject(); // the newest: it stays the current one
     return dir.path();
 }
@@ -139,8 +139,8 @@ void runStartupBench(QTextStream &out)
         times.append(double(timer.nsecsElapsed()) / 1e6);
         if (i == 0)
             out << QStringLiteral("    library rows %1, screenshots found %2, gallery rows %3\n")
-                       .arg(shown.model->projectLibrary.size())
-                       .arg(shown.model->reviewImages.size())
+                       .arg(shown.model->projectLibrary().size())
+                       .arg(shown.model->reviewImages().size())
                        .arg(shown.window->review()->galleryModel()->rowCount());
     }
     std::sort(times.begin(), times.end());

@@ -4,6 +4,7 @@
 #include "BenchSupport.h"
 #include "DriftBench.h"
 
+#include "ModelFixture.h" // arranges the scenario as the tests do
 #include "model/AppModel.h"
 #include "platform/scripted/ScriptedPlatformServices.h"
 
@@ -75,14 +76,14 @@ void runDriftBench(QTextStream &out)
     QTemporaryDir root;
     AppModel model(root.path(), std::make_unique<ScriptedPlatformServices>());
     const QString manual = model.manualCaptureDirectory();
-    const QString output = model.project.outputDirectory + QStringLiteral("/de-DE/iPhone");
+    const QString output = model.project().outputDirectory + QStringLiteral("/de-DE/iPhone");
     QDir().mkpath(manual);
     QDir().mkpath(output);
     QStringList files;
     for (int number = 1; number <= screenCount; ++number) {
         ScreenDraft screen;
         screen.name = QStringLiteral("screen-%1").arg(number);
-        model.project.screens.append(screen);
+        arrange(model).project.screens.append(screen);
         appScreen(number, QStringLiteral("Trips")).save(manual + QLatin1Char('/') + screenFile(number));
         appScreen(number, QStringLiteral("Reisen")).save(output + QLatin1Char('/') + screenFile(number));
         files << output + QLatin1Char('/') + screenFile(number) << manual + QLatin1Char('/') + screenFile(number);

@@ -9,6 +9,7 @@
 #include "BenchSupport.h"
 #include "ReviewBench.h"
 
+#include "ModelFixture.h" // arranges the scenario as the tests do
 #include "model/AppModel.h"
 #include "model/Await.h"
 #include "platform/TesseractTextRecognizer.h"
@@ -51,9 +52,9 @@ Timed timeRun(const QString &root, std::unique_ptr<PlatformServices> platform)
     QElapsedTimer timer;
     timer.start();
     model.startRecordedAttachedCapture();
-    awaitFuture(model.runTask);
+    awaitFuture(model.runTask());
     return {double(timer.nsecsElapsed()) / 1e9,
-            model.lastRunOutcome && model.lastRunOutcome->kind == RunOutcomeKind::success,
+            model.lastRunOutcome() && model.lastRunOutcome()->kind == RunOutcomeKind::success,
             model.activeLocalizationWarnings().size()};
 }
 
@@ -134,7 +135,7 @@ bool runContactSheetBench(QTextStream &out)
     out.flush();
     QTemporaryDir dir;
     AppModel model(dir.filePath(QStringLiteral("root")), std::make_unique<ScriptedPlatformServices>());
-    model.project.outputDirectory = dir.filePath(QStringLiteral("output"));
+    arrange(model).project.outputDirectory = dir.filePath(QStringLiteral("output"));
     // The stand-in's iPhone screenshot size, drawn like one of its screens
     // (flat panels, pictures, text), so that PNG decoding costs what a real
     // screenshot costs.
@@ -158,14 +159,16 @@ bool runContactSheetBench(QTextStream &out)
     constexpr int checkpoints = 50;
     constexpr int languageCount = 10;
     for (int l = 0; l < languageCount; ++l)
-        model.project.languages.append(QStringLiteral("xx-%1").arg(l));
+        arrange(model).project.languages.append(QStringLiteral("xx-%1").arg(l));
     const QString device = QStringLiteral("iPhone-15-Pro");
     const QString original = dir.filePath(QStringLiteral("picture.png"));
     picture.save(original);
     for (int c = 1; c <= checkpoints; ++c) {
-        model.project.screens.append(ScreenDraft{QString::number(c), QStringLiteral("screen%1").arg(c), {}, {}, 0, {}});
-        for (const QString &language : model.project.languages) {
-            const QString folder = model.project.outputDirectory + QLatin1Char('/') + language + QLatin1Char('/') + device;
+        arrange(model).project.screens.append(
+            ScreenDraft{QString::number(c), QStringLiteral("screen%1").arg(c), {}, {}, 0, {}});
+        for (const QString &language : model.project().languages) {
+            const QString folder
+                = model.project().outputDirectory + QLatin1Char('/') + language + QLatin1Char('/') + device;
             QDir().mkpath(folder);
             QFile::copy(original, folder + QStringLiteral("/%1-screen%2.png").arg(c, 2, 10, QLatin1Char('0')).arg(c));
         }
@@ -177,7 +180,7 @@ bool runContactSheetBench(QTextStream &out)
     const double seconds = double(timer.nsecsElapsed()) / 1e9;
     const double cpuSeconds = double(std::clock() - cpuStart) / CLOCKS_PER_SEC;
     if (!page) {
-        out << "    the page was not written: " << model.lastError.value_or(QString()) << "\n";
+        out << "    the page was not written: " << model.lastError().value_or(QString()) << "\n";
         return false;
     }
     out << QStringLiteral("    %1 screenshots of 1179 x 2556 on %2 cores   %3 s  (target: under 15 s)\n")

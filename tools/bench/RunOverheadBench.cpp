@@ -42,14 +42,14 @@ Measurement measureOneRun(const QString &root, const QString &log)
     QElapsedTimer timer;
     timer.start();
     model.startRecordedAttachedCapture();
-    awaitFuture(model.runTask);
+    awaitFuture(model.runTask());
     Measurement m;
     m.totalMs = double(timer.nsecsElapsed()) / 1e6;
     const BenchSupport::ToolLog tools = BenchSupport::readToolLog(log);
     m.toolMs = tools.seconds * 1000;
     m.toolCalls = tools.calls;
     m.screenshots = model.completedRunProgressCount();
-    m.succeeded = model.lastRunOutcome && model.lastRunOutcome->kind == RunOutcomeKind::success;
+    m.succeeded = model.lastRunOutcome() && model.lastRunOutcome()->kind == RunOutcomeKind::success;
     return m;
 }
 
