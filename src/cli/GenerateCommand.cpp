@@ -4,7 +4,7 @@
 
 #include "Command.h"
 #include "GenerateProgressDisplay.h"
-#include "Interrupts.h"
+#include "app/Interrupts.h"
 
 #include <QEventLoop>
 #include <QFutureWatcher>

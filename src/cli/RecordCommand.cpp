@@ -9,7 +9,7 @@
 // real time between actions, as they do in the desktop recorder.
 
 #include "Command.h"
-#include "Interrupts.h"
+#include "app/Interrupts.h"
 #include "InputLines.h"
 
 #include "model/Await.h"

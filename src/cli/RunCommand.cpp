@@ -4,7 +4,7 @@
 // and no recorded session: a CI pipeline hands it a build and a file.
 
 #include "Command.h"
-#include "Interrupts.h"
+#include "app/Interrupts.h"
 #include "GeneratorProgressDisplay.h"
 
 #include "generation/GeneratorConfigReader.h"

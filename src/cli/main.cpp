@@ -2,7 +2,7 @@
 // desktop application, so every user action can be scripted and tested.
 
 #include "Command.h"
-#include "Interrupts.h"
+#include "app/Interrupts.h"
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -43,7 +43,7 @@ int main(int argc, char **argv)
     // process opens, and a command reading its input would read that file.
     if (::fcntl(STDIN_FILENO, F_GETFD) == -1)
         ::open("/dev/null", O_RDONLY);
-    Interrupts::blockSignals(); // before any thread starts
+    Interrupts::install(); // before any thread starts
     QCoreApplication app(argc, argv);
     Interrupts interrupts;
     QCoreApplication::setApplicationName(QStringLiteral("Vantrel"));

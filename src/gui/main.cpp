@@ -4,6 +4,7 @@
 
 #include "Dialogs.h"
 #include "MainWindow.h"
+#include "app/Interrupts.h"
 #include "model/AppModel.h"
 
 #include <QApplication>
@@ -12,7 +13,9 @@
 
 int main(int argc, char **argv)
 {
+    Interrupts::install(); // before any thread starts
     QApplication app(argc, argv);
+    Interrupts interrupts;
     QApplication::setApplicationName(QStringLiteral("Vantrel"));
     QApplication::setApplicationVersion(QStringLiteral(VANTREL_VERSION));
 
@@ -39,5 +42,10 @@ int main(int argc, char **argv)
     // The window is up before the simulator tools are asked anything; the
     // start-up refresh fills it in while it stays live.
     QTimer::singleShot(0, &window, [&window, &model] { window.busy().run([&model] { model.bootstrap(); }); });
-    return app.exec();
+    // Ctrl-C in the terminal or a SIGTERM ends the app as closing its window
+    // does: a run is cancelled and leaves no build behind.
+    const Interrupts::Handler onInterrupt([&window] { window.close(); });
+    const int status = app.exec();
+    interrupts.commandFinished();
+    return Interrupts::received() ? 130 : status;
 }

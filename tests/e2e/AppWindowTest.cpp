@@ -44,6 +44,7 @@ public:
     }
 
     QString errors() { return QString::fromUtf8(m_process.readAllStandardError()); }
+    void terminate() { m_process.terminate(); } // SIGTERM
 
 private:
     QProcess m_process;
@@ -166,10 +167,21 @@ private slots:
         QVERIFY(simulator.waitForFinished(10000));
     }
 
-    // Ctrl+Q while a build runs: the run is cancelled, its build ended, and
-    // the application quits normally, leaving no process behind.
+    // Ctrl+Q or SIGTERM while a build runs: the run is cancelled, its build
+    // ended, and the application quits (normally, or with 130 for the
+    // signal), leaving no process behind.
+    void quittingDuringARunCancelsIt_data()
+    {
+        QTest::addColumn<bool>("bySignal");
+        QTest::addColumn<int>("status");
+        QTest::newRow("Ctrl+Q") << false << 0;
+        QTest::newRow("SIGTERM") << true << 130;
+    }
+
     void quittingDuringARunCancelsIt()
     {
+        QFETCH(bool, bySignal);
+        QFETCH(int, status);
         XDisplay display;
         if (!display.problem().isEmpty())
             QSKIP(qPrintable(display.problem()));
@@ -190,8 +202,11 @@ private slots:
         }
         QCOMPARE(world.runningBuilds().size(), 1);
 
-        display.pressKeys(windows.first(), "ctrl+q");
-        QCOMPARE(app.waitForExit(), 0);
+        if (bySignal)
+            app.terminate();
+        else
+            display.pressKeys(windows.first(), "ctrl+q");
+        QCOMPARE(app.waitForExit(), status);
         QVERIFY2(world.runningBuilds().isEmpty(), qPrintable(world.runningBuilds().join("\n")));
         // The device has its own status bar back: no override is left.
         QVERIFY(world.xcrun({"simctl", "status_bar", iPhoneUdid, "list"}).out.endsWith("=\n"));

@@ -5,8 +5,10 @@
 #include <QMetaObject>
 #include <chrono>
 #include <csignal>
+#include <fcntl.h>
 #include <mutex>
 #include <optional>
+#include <poll.h>
 #include <unistd.h>
 
 namespace {
@@ -35,6 +37,29 @@ constexpr auto mainThreadGrace = std::chrono::milliseconds(300);
 // The whole command must be over within two seconds of the signal.
 constexpr auto windDownLimit = std::chrono::milliseconds(1700);
 
+// The signal handler's only work: one byte into a pipe the watcher polls.
+// (sigtimedwait would do without it, but macOS has none.)
+int wakeUp[2] = {-1, -1};
+
+extern "C" void onInterruptSignal(int)
+{
+    const char byte = 1;
+    [[maybe_unused]] const ssize_t written = ::write(wakeUp[1], &byte, 1);
+}
+
+// True when a signal arrived since the last call (several count as one).
+bool takeSignals(int waitMilliseconds)
+{
+    pollfd readable{wakeUp[0], POLLIN, 0};
+    if (::poll(&readable, 1, waitMilliseconds) <= 0)
+        return false;
+    char bytes[16];
+    bool any = false;
+    while (::read(wakeUp[0], bytes, sizeof bytes) > 0)
+        any = true;
+    return any;
+}
+
 [[noreturn]] void exitNow()
 {
     ChildProcess::killAll();
@@ -45,10 +70,22 @@ constexpr auto windDownLimit = std::chrono::milliseconds(1700);
 
 } // namespace
 
-void Interrupts::blockSignals()
+void Interrupts::install()
 {
     const sigset_t set = interruptSignals();
     ::pthread_sigmask(SIG_BLOCK, &set, nullptr);
+    if (wakeUp[0] >= 0 || ::pipe(wakeUp) != 0)
+        return;
+    for (const int end : wakeUp) {
+        ::fcntl(end, F_SETFD, FD_CLOEXEC);
+        ::fcntl(end, F_SETFL, ::fcntl(end, F_GETFL) | O_NONBLOCK);
+    }
+    struct sigaction action = {};
+    action.sa_handler = onInterruptSignal;
+    sigemptyset(&action.sa_mask);
+    action.sa_flags = SA_RESTART;
+    ::sigaction(SIGINT, &action, nullptr);
+    ::sigaction(SIGTERM, &action, nullptr);
 }
 
 Interrupts::Interrupts() : m_watcher([this] { watch(); }) {}
@@ -90,12 +127,12 @@ void Interrupts::onMainThread()
 
 void Interrupts::watch()
 {
+    // The one thread the signals are delivered to.
     const sigset_t set = interruptSignals();
-    const timespec slice{0, 50 * 1000 * 1000};
+    ::pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
     std::optional<Clock::time_point> signalledAt;
     while (!m_stopping) {
-        const int signal = ::sigtimedwait(&set, nullptr, &slice);
-        if (signal > 0) {
+        if (takeSignals(50)) {
             if (signalledAt)
                 exitNow(); // a second Ctrl-C: the user wants out now
             signalledAt = Clock::now();
