@@ -66,7 +66,11 @@ esac
 
 # Extra configure arguments, such as -DVANTREL_WARNINGS_AS_ERRORS=ON in CI.
 read -r -a VANTREL_CMAKE_ARGS <<< "${VANTREL_CMAKE_ARGS:-}"
-cmake_args=(-S . -B build -G Ninja)
+# Unity builds compile each target's sources in batches, so Qt's headers are
+# parsed once per batch instead of once per file: a fresh build takes about a
+# quarter of the processor time. Editing one file then recompiles its batch;
+# configure a build folder of your own without it for day-to-day work.
+cmake_args=(-S . -B build -G Ninja -DCMAKE_UNITY_BUILD=ON)
 if [ "$(uname -s)" = Darwin ]; then
     cmake_args+=(-DCMAKE_PREFIX_PATH="$(brew --prefix qt)")
 fi

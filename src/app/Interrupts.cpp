@@ -65,7 +65,7 @@ bool takeSignals(int waitMilliseconds)
     ChildProcess::killAll();
     static const char message[] = "Interrupted.\n";
     [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, message, sizeof message - 1);
-    ::_exit(130);
+    ::_exit(Interrupts::exitStatus);
 }
 
 } // namespace

@@ -34,6 +34,9 @@ public:
     Interrupts(); // starts the watcher; needs the application object
     ~Interrupts() override;
 
+    // How a front that was interrupted exits, as a shell reports it.
+    static constexpr int exitStatus = 130;
+
     // True once SIGINT or SIGTERM arrived.
     static bool received();
     // While set, `handler` runs on the main thread at an interrupt.

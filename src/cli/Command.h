@@ -69,4 +69,4 @@ const Command *find(const QString &name);
 #define VANTREL_CONCAT_INNER(a, b) a##b
 #define VANTREL_CONCAT(a, b) VANTREL_CONCAT_INNER(a, b)
 #define VANTREL_COMMAND(...) \
-    static const int VANTREL_CONCAT(vantrelCommand, __LINE__) = CommandTable::add(Command __VA_ARGS__)
+    static const int VANTREL_CONCAT(vantrelCommand, __COUNTER__) = CommandTable::add(Command __VA_ARGS__)

@@ -13,9 +13,6 @@
 
 namespace {
 
-// Exit status of a cancelled run, as a shell reports an interrupted command.
-constexpr int cancelledStatus = 130;
-
 void printOutcome(CommandContext &c, const RunOutcome &outcome)
 {
     // A failure goes to standard error, once: it is also the last error.
@@ -32,7 +29,7 @@ int exitStatus(const std::optional<RunOutcome> &outcome)
         return 1;
     switch (outcome->kind) {
     case RunOutcomeKind::success: return 0;
-    case RunOutcomeKind::cancelled: return cancelledStatus;
+    case RunOutcomeKind::cancelled: return Interrupts::exitStatus;
     case RunOutcomeKind::failed: return 1;
     }
     return 1;

@@ -24,7 +24,6 @@ namespace {
 
 constexpr int failedStatus = 1;
 constexpr int refusedStatus = 2;
-constexpr int cancelledStatus = 130; // as a shell reports an interrupted command
 
 int refuse(CommandContext &c, const ConfigRefusal &refusal)
 {
@@ -115,7 +114,7 @@ int runGenerator(CommandContext &c)
     c.out << "Generated " << result.completed << " of " << result.total << " screenshots.\n";
     switch (result.ending) {
     case GeneratorRun::Ending::succeeded: return 0;
-    case GeneratorRun::Ending::cancelled: return cancelledStatus;
+    case GeneratorRun::Ending::cancelled: return Interrupts::exitStatus;
     case GeneratorRun::Ending::failed: return failedStatus;
     }
     return failedStatus;

@@ -131,15 +131,15 @@ int main(int argc, char **argv)
     }
     context.printedLog = RunLogFollower(model.runLog());
 
-    const int status = Interrupts::received() ? 130 : command->run(context);
+    const int status = Interrupts::received() ? Interrupts::exitStatus : command->run(context);
     context.flushLog();
     out.flush();
     interrupts.commandFinished();
     if (Interrupts::received()) {
         // A cancelled generation has said so itself.
-        if (status != 130)
+        if (status != Interrupts::exitStatus)
             err << "Interrupted.\n";
-        return 130;
+        return Interrupts::exitStatus;
     }
     if (model.lastError()) {
         err << *model.lastError() << "\n";

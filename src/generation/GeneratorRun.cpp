@@ -17,7 +17,6 @@ namespace {
 
 const QString bootedState = QStringLiteral("Booted");
 
-QString describe(const std::exception &error) { return QString::fromUtf8(error.what()); }
 
 } // namespace
 
@@ -66,7 +65,7 @@ GeneratorRun::Result GeneratorRun::run()
     } catch (const std::exception &error) {
         // A command ended by a cancel fails like any other; the flag tells them apart.
         result.ending = m_cancelled->load() ? Ending::cancelled : Ending::failed;
-        result.failure = QStringLiteral("Failed while %1:\n%2").arg(m_doing, describe(error));
+        result.failure = QStringLiteral("Failed while %1:\n%2").arg(m_doing, QString::fromUtf8(error.what()));
     }
     result.completed = m_completed;
     return result;

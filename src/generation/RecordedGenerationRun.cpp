@@ -40,7 +40,6 @@ struct PendingLocalizationCheck
     QString firstLanguagePath;
 };
 
-QString describe(const std::exception &error) { return QString::fromUtf8(error.what()); }
 
 class RecordedRun
 {
@@ -122,7 +121,7 @@ void RecordedRun::execute()
             } else {
                 if (const QString details = errorDetails(error); !details.isEmpty())
                     log(details); // the message shows only its end
-                finishFailed(describe(error));
+                finishFailed(QString::fromUtf8(error.what()));
             }
         } catch (...) {
             finishFailed(QStringLiteral("Generation stopped because of an unexpected error."));
@@ -307,7 +306,7 @@ void RecordedRun::giveBackStatusBar(const QString &device)
                 m.resetStatusBar(device);
             } catch (const std::exception &error) {
                 m.appendLog(QStringLiteral("Could not clear the status bar of ") + m.displayNameForDeviceID(device)
-                            + QStringLiteral(": ") + describe(error));
+                            + QStringLiteral(": ") + QString::fromUtf8(error.what()));
             }
         });
     } catch (const ModelGone &) {

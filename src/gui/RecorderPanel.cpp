@@ -19,9 +19,9 @@ namespace {
 
 // How often the panel looks where the Simulator window went.
 constexpr int followMilliseconds = 400;
-constexpr int previewHeight = 360;
+constexpr int floatingPreviewHeight = 360;
 
-QLabel *wrappingLabel()
+QLabel *statusLabel()
 {
     auto *label = new QLabel;
     label->setWordWrap(true);
@@ -39,10 +39,10 @@ RecorderPanel::RecorderPanel(const PanelContext &context, QAction *save, QAction
 
     m_preview = new QLabel;
     m_preview->setAlignment(Qt::AlignCenter);
-    m_preview->setMinimumHeight(previewHeight);
-    m_status = wrappingLabel();
-    m_pending = wrappingLabel();
-    m_fileName = wrappingLabel();
+    m_preview->setMinimumHeight(floatingPreviewHeight);
+    m_status = statusLabel();
+    m_pending = statusLabel();
+    m_fileName = statusLabel();
     m_name = new QLineEdit;
     m_name->setPlaceholderText(QStringLiteral("Named from the screen's text"));
     m_text = new QLineEdit;
@@ -104,8 +104,8 @@ void RecorderPanel::hideEvent(QHideEvent *event)
 
 void RecorderPanel::refresh()
 {
-    showRecordingStatus(m_context.model, {m_preview, m_status, m_pending, m_fileName}, m_name->text(), previewHeight,
-                        m_previewKey, QString());
+    showRecordingStatus(m_context.model, {m_preview, m_status, m_pending, m_fileName}, m_name->text(),
+                        floatingPreviewHeight, m_previewKey, QString());
 }
 
 void RecorderPanel::sendText()

@@ -47,5 +47,5 @@ int main(int argc, char **argv)
     const Interrupts::Handler onInterrupt([&window] { window.close(); });
     const int status = app.exec();
     interrupts.commandFinished();
-    return Interrupts::received() ? 130 : status;
+    return Interrupts::received() ? Interrupts::exitStatus : status;
 }

@@ -21,7 +21,6 @@ using namespace E2E;
 
 namespace {
 
-const QString device = QStringLiteral("iPhone-15-Pro");
 const QStringList screenshots{QStringLiteral("01-Trips.png"), QStringLiteral("02-Settings.png"),
                               QStringLiteral("03-Search.png")};
 
@@ -53,7 +52,7 @@ class BuildGeneratorTest : public QObject
     QString m_output;
     QString m_config;
 
-    QString outputOf(const QString &language) const { return m_output + "/" + language + "/" + device; }
+    QString outputOf(const QString &language) const { return m_output + "/" + language + "/" + iPhoneFolder; }
 
 private slots:
     void initTestCase()
@@ -105,7 +104,7 @@ private slots:
         QStringList expected;
         for (const QString language : {"de-DE", "en-US"})
             for (const QString &file : screenshots)
-                expected.append(language + "/" + device + "/" + file);
+                expected.append(language + "/" + iPhoneFolder + "/" + file);
         QStringList made = pngsUnder(m_output);
         made.removeIf([](const QString &path) { return path.startsWith("manual/"); });
         QCOMPARE(made, expected);

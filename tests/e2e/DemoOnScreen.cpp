@@ -11,7 +11,7 @@ namespace E2E {
 namespace {
 
 // The default world's iPhone 15 Pro, in points.
-const QSizeF iPhone(393, 852);
+const QSizeF iPhonePoints(393, 852);
 
 } // namespace
 
@@ -19,7 +19,7 @@ QRectF screenRect(const QRect &window)
 {
     const double strip = std::min(window.height() * 0.18, 34.0);
     const QRectF content(window.x(), window.y() + strip, window.width(), window.height() - strip);
-    const double aspect = iPhone.width() / iPhone.height();
+    const double aspect = iPhonePoints.width() / iPhonePoints.height();
     const QSizeF fitted = aspect < content.width() / content.height()
                               ? QSizeF(aspect * content.height(), content.height())
                               : QSizeF(content.width(), content.width() / aspect);
@@ -31,16 +31,16 @@ QRectF screenRect(const QRect &window)
 QPoint pixelFor(const QPointF &point, const QRect &window)
 {
     const QRectF screen = screenRect(window);
-    return QPointF(screen.x() + point.x() / iPhone.width() * screen.width(),
-                   screen.y() + point.y() / iPhone.height() * screen.height())
+    return QPointF(screen.x() + point.x() / iPhonePoints.width() * screen.width(),
+                   screen.y() + point.y() / iPhonePoints.height() * screen.height())
         .toPoint();
 }
 
 QPointF pointAt(const QPoint &pixel, const QRect &window)
 {
     const QRectF screen = screenRect(window);
-    return {(pixel.x() - screen.x()) / screen.width() * iPhone.width(),
-            (pixel.y() - screen.y()) / screen.height() * iPhone.height()};
+    return {(pixel.x() - screen.x()) / screen.width() * iPhonePoints.width(),
+            (pixel.y() - screen.y()) / screen.height() * iPhonePoints.height()};
 }
 
 bool within1(const QPointF &a, const QPointF &b)

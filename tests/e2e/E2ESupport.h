@@ -25,6 +25,8 @@ inline const QString iPhoneUdid = QStringLiteral("6E1A9C2B-4D3F-4B7A-9E51-7C2D8A
 inline const QString iPadUdid = QStringLiteral("B8F02D6C-1E7A-4C39-8D25-3A9E6F0C4D17");
 inline const QString demoBundleId = QStringLiteral("com.vantrel.demo.Trips");
 inline const QString demoAppName = QStringLiteral("Trips Caf\u00e9");
+// The phone's folder in a run's output: its name, made safe for a path.
+inline const QString iPhoneFolder = QStringLiteral("iPhone-15-Pro");
 
 // The demo app's tab bar recorded as four checkpoints, one per tab, and the
 // screenshots a run of it makes per language and device.

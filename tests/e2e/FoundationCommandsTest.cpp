@@ -1,5 +1,6 @@
 // The first commands of the real `vantrel` binary on a private data root.
 
+#include "E2ESupport.h"
 #include "TestSupport.h"
 
 #include <QDir>
@@ -13,12 +14,7 @@
 
 namespace {
 
-struct Run
-{
-    int status = -1;
-    QString out;
-    QString err;
-};
+using E2E::Run;
 
 // Runs vantrel with no simulator tools on PATH, so start-up stays quick.
 Run vantrel(const QStringList &arguments, const QProcessEnvironment &extra = {})

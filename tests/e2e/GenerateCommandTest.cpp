@@ -16,9 +16,7 @@ using namespace E2E;
 
 namespace {
 
-const QString device = QStringLiteral("iPhone-15-Pro");
 const QStringList languages{QStringLiteral("en-US"), QStringLiteral("de-DE"), QStringLiteral("fr-FR")};
-const QStringList &screenshots = tabScreenshots;
 
 
 } // namespace
@@ -30,7 +28,7 @@ class GenerateCommandTest : public QObject
     std::unique_ptr<DeviceWorld> m_world;
     QString m_output;
 
-    QString outputOf(const QString &language) const { return m_output + "/" + language + "/" + device; }
+    QString outputOf(const QString &language) const { return m_output + "/" + language + "/" + iPhoneFolder; }
 
 private slots:
     void initTestCase()
@@ -41,7 +39,7 @@ private slots:
         const QString failed = m_world->recordTabFlow({"de-DE", "fr-FR"});
         QVERIFY2(failed.isEmpty(), qPrintable(failed));
         m_output = m_world->savedProject().value("outputDirectory").toString();
-        QCOMPARE(pngsUnder(m_output + "/manual"), screenshots);
+        QCOMPARE(pngsUnder(m_output + "/manual"), tabScreenshots);
     }
 
     // Each case starts from a clean output tree and a stand-in without faults.
@@ -59,8 +57,8 @@ private slots:
         QVERIFY2(run.status == 0, qPrintable(run.err));
         QStringList expected;
         for (const QString &language : languages)
-            for (const QString &file : screenshots)
-                expected.append(language + "/" + device + "/" + file);
+            for (const QString &file : tabScreenshots)
+                expected.append(language + "/" + iPhoneFolder + "/" + file);
         expected.sort();
         QStringList made = pngsUnder(m_output);
         made.removeIf([](const QString &path) { return path.startsWith("manual/"); });
@@ -77,9 +75,9 @@ private slots:
         QCOMPARE(m_world->devicesim({"fault", "set", "dialog", "de-DE", "explore"}).status, 0);
         const Run run = m_world->vantrel({"generate"});
         QCOMPARE(run.status, 1);
-        QCOMPARE(pngsUnder(m_output + "/_needs-review"), QStringList{"de-DE/" + device + "/02-explore.png"});
+        QCOMPARE(pngsUnder(m_output + "/_needs-review"), QStringList{"de-DE/" + iPhoneFolder + "/02-explore.png"});
         QVERIFY(!QFileInfo::exists(outputOf("de-DE") + "/02-explore.png"));
-        QCOMPARE(pngsUnder(outputOf("en-US")), screenshots); // the language before it stays done
+        QCOMPARE(pngsUnder(outputOf("en-US")), tabScreenshots); // the language before it stays done
         QVERIFY(run.out.contains("Progress: iPhone 15 Pro / en-US 4/4 done"));
         QVERIFY(!QFileInfo::exists(outputOf("fr-FR")));
 
@@ -108,7 +106,7 @@ private slots:
                                       "(France).\nOpen the app manually once in Simulator. If it closes immediately, "
                                       "the app is crashing for that locale. Raw launch error: "),
                  qPrintable(run.err));
-        QCOMPARE(pngsUnder(outputOf("de-DE")), screenshots);
+        QCOMPARE(pngsUnder(outputOf("de-DE")), tabScreenshots);
     }
 
     void appMissingFromTheDevice()

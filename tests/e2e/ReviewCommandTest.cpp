@@ -22,13 +22,11 @@ using namespace E2E;
 
 namespace {
 
-const QString device = QStringLiteral("iPhone-15-Pro");
-const QStringList languages{QStringLiteral("en-US"), QStringLiteral("de-DE"), QStringLiteral("ja-JP")};
-const QStringList &screenshots = tabScreenshots;
+const QStringList reviewLanguages{QStringLiteral("en-US"), QStringLiteral("de-DE"), QStringLiteral("ja-JP")};
 
 QString warning(const QString &file)
 {
-    return "ja-JP " + device + "/" + file + " looks the same as en-US: is the app localized for ja-JP?";
+    return "ja-JP " + iPhoneFolder + "/" + file + " looks the same as en-US: is the app localized for ja-JP?";
 }
 
 } // namespace
@@ -57,7 +55,7 @@ private slots:
     void runWarnsOncePerJapaneseCheckpoint()
     {
         QStringList expected;
-        for (const QString &file : screenshots)
+        for (const QString &file : tabScreenshots)
             expected.append(warning(file));
         QStringList logged;
         for (const QString &line : m_run.out.split('\n'))
@@ -78,7 +76,7 @@ private slots:
         QCOMPARE(review.status, 0);
         QVERIFY2(review.out.contains("Localization warnings (4)\n  " + warning("01-trips.png") + "\n"),
                  qPrintable(review.out));
-        QVERIFY(!review.out.contains("de-DE " + device));
+        QVERIFY(!review.out.contains("de-DE " + iPhoneFolder));
 
         const Run json = m_world->vantrel({"review", "--json"});
         const QJsonArray warnings = QJsonDocument::fromJson(json.out.toUtf8()).object().value("localizationWarnings").toArray();
@@ -93,9 +91,9 @@ private slots:
         const QString page = m_output + "/index.html";
         QCOMPARE(html.out, page + "\n");
         const QString text = QString::fromUtf8(TestSupport::readFile(page));
-        for (const QString &language : languages)
-            for (const QString &file : screenshots) {
-                const QString relative = language + "/" + device + "/" + file;
+        for (const QString &language : reviewLanguages)
+            for (const QString &file : tabScreenshots) {
+                const QString relative = language + "/" + iPhoneFolder + "/" + file;
                 QVERIFY2(text.contains("<a href=\"" + relative + "\">"), qPrintable(relative));
                 const QString thumbnail = ".thumbnails/" + relative.chopped(4) + ".jpg";
                 QVERIFY2(text.contains("src=\"" + thumbnail + "\""), qPrintable(thumbnail));
@@ -171,8 +169,8 @@ private slots:
         const QList<int> columns = rules(true, 400);
         const QList<int> rows = rules(false, 400);
         image.save(m_world->scratch() + "/sheet-seen.png");
-        QCOMPARE(columns.size(), 1 + 1 + languages.size());
-        QCOMPARE(rows.size(), 1 + 1 + screenshots.size());
+        QCOMPARE(columns.size(), 1 + 1 + reviewLanguages.size());
+        QCOMPARE(rows.size(), 1 + 1 + tabScreenshots.size());
         // Red per language column.
         QList<int> red;
         for (int c = 1; c + 1 < columns.size(); ++c) {

@@ -54,6 +54,14 @@ struct GuiFixture : ModelFixture
 
 namespace GuiTest {
 
+// Lets the model's announced change reach the views (it is posted to the
+// next turn of the event loop, and a view's refresh may post another).
+inline void settle()
+{
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+}
+
 // A screenshot-like PNG of `size`, filled with `color`.
 inline QString writeImage(const QString &path, QColor color, QSize size = QSize(393, 852))
 {

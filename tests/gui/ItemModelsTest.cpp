@@ -2,7 +2,6 @@
 // underneath changes the way the application changes it, and the thumbnail
 // loader that feeds two of them.
 
-#include "ModelFixture.h"
 #include "GuiFixture.h"
 #include "TestSupport.h"
 

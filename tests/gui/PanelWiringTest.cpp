@@ -1,7 +1,6 @@
 // One wiring test per panel: a button or menu item calls the model's
 // operation, and the panel shows the state that follows.
 
-#include "ModelFixture.h"
 #include "GuiFixture.h"
 #include "TestSupport.h"
 
@@ -30,12 +29,6 @@
 namespace {
 
 // Lets the model announce its changes and the panels re-read them.
-void settle()
-{
-    QCoreApplication::processEvents();
-    QCoreApplication::processEvents();
-}
-
 QListWidgetItem *languageItem(QListWidget *list, const QString &code)
 {
     for (int i = 0; i < list->count(); ++i)
@@ -57,7 +50,7 @@ private slots:
         LibraryPanel *library = f.window->library();
         f.dialogs.textAnswer = QStringLiteral("Summer Trips");
         library->newProjectAction()->trigger();
-        settle();
+        GuiTest::settle();
         QCOMPARE(AppModel::displayName(f.model->project()), QStringLiteral("Summer Trips"));
         QCOMPARE(f.window->windowTitle(), QStringLiteral("Vantrel \u2014 Summer Trips"));
         QCOMPARE(library->projectModel()->rowCount(), 2);
@@ -67,7 +60,7 @@ private slots:
         const QModelIndex other = library->projectModel()->index(1);
         QTest::mouseClick(library->projectList()->viewport(), Qt::LeftButton, {},
                           library->projectList()->visualRect(other).center());
-        settle();
+        GuiTest::settle();
         QVERIFY(f.window->windowTitle() != QStringLiteral("Vantrel \u2014 Summer Trips"));
         QCOMPARE(library->projectModel()->currentRow(), 0); // opened, saved, so the newest
 
@@ -76,12 +69,12 @@ private slots:
         f.dialogs.confirmAnswer = false;
         QAction *remove = GuiTest::action(library->actions(), "Delete Project");
         remove->trigger();
-        settle();
+        GuiTest::settle();
         QCOMPARE(library->projectModel()->rowCount(), 2);
         QVERIFY(f.dialogs.asked.last().contains(QStringLiteral("Summer Trips")));
         f.dialogs.confirmAnswer = true;
         remove->trigger();
-        settle();
+        GuiTest::settle();
         QCOMPARE(library->projectModel()->rowCount(), 1);
         QCOMPARE(f.platform->trashed.size(), 1);
     }
@@ -94,7 +87,7 @@ private slots:
         QListWidgetItem *german = languageItem(setup->languageList(), QStringLiteral("de-DE"));
         QVERIFY(german);
         german->setCheckState(Qt::Checked);
-        settle();
+        GuiTest::settle();
         QCOMPARE(f.model->project().languages, QStringList({"en-US", "de-DE"}));
 
         setup->languageSearch()->setText(QStringLiteral("german"));
@@ -103,7 +96,7 @@ private slots:
 
         setup->customLanguage()->setText(QStringLiteral("x-pirate"));
         QTest::keyClick(setup->customLanguage(), Qt::Key_Return);
-        settle();
+        GuiTest::settle();
         QCOMPARE(f.model->project().languages.last(), QStringLiteral("x-pirate"));
         QVERIFY(languageItem(setup->languageList(), QStringLiteral("custom")) != nullptr);
 
@@ -111,7 +104,7 @@ private slots:
         setup->resetAppData()->setChecked(false);
         setup->launchArguments()->setText(QStringLiteral("-UITestMode YES \"-Name\" \"Two words\""));
         emit setup->launchArguments()->editingFinished();
-        settle();
+        GuiTest::settle();
         // Saved, not only shown: a fresh load reads them back.
         AppModel reloaded(f.root.path(), std::make_unique<ScriptedPlatformServices>());
         reloaded.loadSavedProject();
@@ -122,14 +115,14 @@ private slots:
 
         f.dialogs.folderAnswer = f.root.filePath(QStringLiteral("elsewhere"));
         GuiTest::action(setup->actions(), "Choose Output Folder")->trigger();
-        settle();
+        GuiTest::settle();
         QCOMPARE(setup->outputFolder()->text(), f.root.filePath(QStringLiteral("elsewhere")));
 
         GuiTest::addCheckpoint(*f.model, QStringLiteral("home"));
-        settle();
+        GuiTest::settle();
         QCOMPARE(setup->screenTable()->rowCount(), 1);
         setup->screenTable()->item(0, 1)->setText(QStringLiteral("signed-in"));
-        settle();
+        GuiTest::settle();
         QCOMPARE(f.model->project().screens.first().state, QStringLiteral("signed-in"));
     }
 
@@ -140,7 +133,7 @@ private slots:
         RecordPanel *record = f.window->record();
         // Ctrl+R without a simulator: the model refuses and the banner says why.
         QTest::keySequence(f.window.get(), QKeySequence(Qt::CTRL | Qt::Key_R));
-        settle();
+        GuiTest::settle();
         QVERIFY(!f.model->isRecordingFlow());
         QVERIFY(f.window->banner()->isVisible());
         QCOMPARE(f.window->bannerText()->text(), QStringLiteral("Attach to a booted simulator before recording."));
@@ -148,7 +141,7 @@ private slots:
 
         GuiTest::addCheckpoint(*f.model, QStringLiteral("home"));
         GuiTest::addCheckpoint(*f.model, QStringLiteral("explore"), {OperationDraft::tap(147, 790)});
-        settle();
+        GuiTest::settle();
         QCOMPARE(record->checkpointModel()->rowCount(), 2);
         // Each checkpoint has the room of a whole thumbnail before any is
         // decoded, or the pictures would arrive clipped to a line of text.
@@ -157,13 +150,13 @@ private slots:
         record->checkpointList()->setCurrentIndex(record->checkpointModel()->index(1));
         f.dialogs.textAnswer = QStringLiteral("Discover");
         GuiTest::action(record->actions(), "Rename Checkpoint")->trigger();
-        settle();
+        GuiTest::settle();
         QCOMPARE(record->checkpointModel()->index(1).data().toString(), QStringLiteral("02 Discover"));
         QVERIFY(QFileInfo::exists(f.model->manualCaptureDirectory() + QStringLiteral("/02-Discover.png")));
 
         record->checkpointList()->setCurrentIndex(record->checkpointModel()->index(0));
         GuiTest::action(record->actions(), "Delete Checkpoint")->trigger();
-        settle();
+        GuiTest::settle();
         QCOMPARE(record->checkpointModel()->rowCount(), 1);
         QCOMPARE(record->checkpointModel()->index(0).data().toString(), QStringLiteral("01 Discover"));
         QCOMPARE(record->fileNamePreview()->text(), QStringLiteral("02-auto-name.png"));
@@ -190,12 +183,12 @@ private slots:
         p.devices = {QStringLiteral("D1")};
         p.attachedDeviceName = QStringLiteral("iPhone 15");
         GuiTest::addCheckpoint(*f.model, QStringLiteral("home"));
-        settle();
+        GuiTest::settle();
         QCOMPARE(generate->preflightList()->item(0)->text(), QStringLiteral("\u2713  Simulator attached: iPhone 15"));
         QVERIFY(generate->generateAction()->isEnabled());
         generate->generateAction()->trigger();
         QTRY_VERIFY_WITH_TIMEOUT(f.model->lastRunOutcome().has_value() && !f.model->isRunning(), 20000);
-        settle();
+        GuiTest::settle();
         QCOMPARE(generate->outcomeTitle()->text(), QStringLiteral("Generation failed"));
         QVERIFY(generate->outcomeTitle()->isVisible());
         QVERIFY(!generate->driftBox()->isVisible());
@@ -206,7 +199,7 @@ private slots:
         arrange(*f.model).runProgress = f.model->initializedRunProgress();
         f.model->updateRunProgress(QStringLiteral("en-US"), QStringLiteral("D1"), 1, RunProgressState::failed);
         f.model->appendLog(QStringLiteral("Stopped: suspicious screenshots moved to _needs-review: 01-home.png"));
-        settle();
+        GuiTest::settle();
         QVERIFY(generate->driftBox()->isVisible());
         QCOMPARE(generate->progressModel()->index(0, 0).data().toString(), QStringLiteral("1/1 failed"));
         QVERIFY(generate->runLog()->toPlainText().endsWith(QStringLiteral("01-home.png\n")));
@@ -223,7 +216,7 @@ private slots:
         GuiTest::writeImage(out + QStringLiteral("/_needs-review/fr-FR/iPhone 15/01-home.png"), Qt::black);
         f.model->refreshReviewImages();
         f.window->showPanel(MainWindow::reviewPanel);
-        settle();
+        GuiTest::settle();
         ReviewPanel *review = f.window->review();
         QCOMPARE(review->groupList()->count(), 2);
         QCOMPARE(review->groupList()->item(0)->text(), QStringLiteral("Needs review (1)"));
@@ -233,7 +226,7 @@ private slots:
         review->imageList()->setCurrentIndex(review->galleryModel()->index(0));
         QVERIFY(review->comparison()->isVisible());
         review->waitForComparison();
-        settle();
+        GuiTest::settle();
         const QList<QLabel *> pictures = review->comparison()->findChildren<QLabel *>();
         int shown = 0;
         for (QLabel *label : pictures)
@@ -243,7 +236,7 @@ private slots:
         GuiTest::action(review->actions(), "Open Screenshot")->trigger();
         QCOMPARE(f.platform->opened, QStringList{out + QStringLiteral("/_needs-review/fr-FR/iPhone 15/01-home.png")});
         GuiTest::action(review->actions(), "Move Screenshot to Trash")->trigger();
-        settle();
+        GuiTest::settle();
         QCOMPARE(review->groupList()->count(), 1);
         QVERIFY(!review->comparison()->isVisible());
 
@@ -266,7 +259,7 @@ private slots:
         f.window = std::make_unique<MainWindow>(*f.model, f.dialogs);
         f.window->showPanel(MainWindow::reviewPanel);
         f.window->show();
-        settle();
+        GuiTest::settle();
         QCOMPARE(f.window->review()->groupList()->currentRow(), 0);
         QCOMPARE(f.window->review()->galleryModel()->rowCount(), 2);
     }
@@ -282,7 +275,7 @@ private slots:
         f.model->recordLocalizationWarnings({{"ja-JP", "en-US", "iPhone 15", "01-home.png"}});
         f.model->refreshReviewImages();
         f.window->showPanel(MainWindow::reviewPanel);
-        settle();
+        GuiTest::settle();
         ReviewPanel *review = f.window->review();
         QCOMPARE(review->warningList()->count(), 1);
         QCOMPARE(review->warningList()->item(0)->text(),
@@ -292,7 +285,7 @@ private slots:
         QAction *dismiss = GuiTest::action(review->actions(), "Dismiss Warning");
         QVERIFY(dismiss->isEnabled());
         dismiss->trigger();
-        settle();
+        GuiTest::settle();
         QCOMPARE(review->warningList()->count(), 0);
         QVERIFY(!review->warningList()->isVisible());
         QVERIFY(!dismiss->isEnabled());
@@ -300,7 +293,7 @@ private slots:
         QCOMPARE(f.model->localizationWarnings().size(), 1); // kept, marked dismissed
 
         GuiTest::action(review->actions(), "Contact Sheet")->trigger();
-        settle();
+        GuiTest::settle();
         const QString page = out + QStringLiteral("/index.html");
         QCOMPARE(f.platform->opened, QStringList{page});
         const QString html = QString::fromUtf8(TestSupport::readFile(page));
@@ -312,12 +305,12 @@ private slots:
     {
         GuiFixture f;
         f.model->setLastError(QStringLiteral("Could not load simulators: xcrun is missing"));
-        settle();
+        GuiTest::settle();
         QVERIFY(f.window->banner()->isVisible());
         const QList<QPushButton *> buttons = f.window->banner()->findChildren<QPushButton *>();
         QCOMPARE(buttons.size(), 1);
         QTest::mouseClick(buttons.first(), Qt::LeftButton);
-        settle();
+        GuiTest::settle();
         QVERIFY(!f.model->lastError());
         QVERIFY(!f.window->banner()->isVisible());
     }
@@ -336,7 +329,7 @@ private slots:
         f.model->notifyChanged();
         for (int panel = MainWindow::setupPanel; panel <= MainWindow::reviewPanel; ++panel) {
             f.window->showPanel(MainWindow::Panel(panel));
-            settle();
+            GuiTest::settle();
             const QSize least = f.window->minimumSizeHint();
             QVERIFY2(least.width() <= 1024 && least.height() <= 768,
                      qPrintable(QStringLiteral("panel %1 needs %2 x %3").arg(panel).arg(least.width()).arg(least.height())));

@@ -2,7 +2,6 @@
 // keyboard from the Simulator, always 460 x 760, beside the Simulator window
 // with their tops level, following it when it moves, shown while recording.
 
-#include "ModelFixture.h"
 #include "GuiFixture.h"
 #include "TestSupport.h"
 
@@ -17,12 +16,6 @@
 
 namespace {
 
-void settle()
-{
-    QCoreApplication::processEvents();
-    QCoreApplication::processEvents();
-}
-
 RawWindowInfo simulatorWindow(QRectF bounds) { return {QStringLiteral("Simulator"), 0, bounds}; }
 
 // As a started recording leaves the model: the window shows the panel.
@@ -30,7 +23,7 @@ void startRecording(GuiFixture &f)
 {
     arrange(*f.model).isRecordingFlow = true;
     f.model->notifyChanged();
-    settle();
+    GuiTest::settle();
 }
 
 } // namespace
@@ -120,13 +113,13 @@ private slots:
         panel->typedText()->setText(QStringLiteral("hello"));
         QTest::keyClick(panel->typedText(), Qt::Key_Return);
         QVERIFY(panel->windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus));
-        settle();
+        GuiTest::settle();
         QCOMPARE(f.model->lastError().value_or(QString()),
                  QStringLiteral("Attach to a booted simulator before typing."));
 
         arrange(*f.model).isRecordingFlow = false;
         f.model->notifyChanged();
-        settle();
+        GuiTest::settle();
         QVERIFY(!panel->isVisible());
         QCOMPARE(f.window->record()->toggleRecordingAction()->text(), QStringLiteral("Start &Recording"));
     }

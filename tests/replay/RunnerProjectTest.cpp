@@ -19,7 +19,7 @@ const QStringList generatedFiles{
     QStringLiteral("AutomationRunner.xcodeproj/xcshareddata/xcschemes/AutomationHost.xcscheme"),
 };
 
-const QList<XCTestReplayStep> oneScreenshot{{Kind::screenshot, 0, 0, 0, 0, 0, {}, QStringLiteral("a.png")}};
+const QList<XCTestReplayStep> singleScreenshot{{Kind::screenshot, 0, 0, 0, 0, 0, {}, QStringLiteral("a.png")}};
 
 QByteArray generated(const QString &root, const QString &file)
 {
@@ -51,14 +51,14 @@ private slots:
     {
         QTemporaryDir workspace;
         const QString root = workspace.filePath(QStringLiteral("XCUITestReplayRunner"));
-        XCUITestReplay::writeRunnerProject(root, QStringLiteral("com.example.first"), oneScreenshot);
+        XCUITestReplay::writeRunnerProject(root, QStringLiteral("com.example.first"), singleScreenshot);
         for (const QString &file : generatedFiles)
             QVERIFY2(QFileInfo::exists(QDir(root).filePath(file)), qPrintable(file));
 
         TestSupport::writeFile(QDir(root).filePath(QStringLiteral("progress.log")), "a.png\n");
         TestSupport::writeFile(QDir(root).filePath(QStringLiteral("DerivedData/Build/cache")), "kept");
         TestSupport::writeFile(QDir(root).filePath(generatedFiles.at(2)), "stale");
-        XCUITestReplay::writeRunnerProject(root, QStringLiteral("com.example.second"), oneScreenshot);
+        XCUITestReplay::writeRunnerProject(root, QStringLiteral("com.example.second"), singleScreenshot);
 
         QVERIFY(generated(root, generatedFiles.at(1)).contains("com.example.second"));
         QVERIFY(!generated(root, generatedFiles.at(1)).contains("com.example.first"));
@@ -73,7 +73,7 @@ private slots:
     void schemeIsWellFormedAndNamesTheTwoTargets()
     {
         QTemporaryDir workspace;
-        XCUITestReplay::writeRunnerProject(workspace.path(), QStringLiteral("b"), oneScreenshot);
+        XCUITestReplay::writeRunnerProject(workspace.path(), QStringLiteral("b"), singleScreenshot);
         const QByteArray scheme = generated(workspace.path(), generatedFiles.at(3));
         QVERIFY(scheme.startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Scheme"));
         QString error;
@@ -90,7 +90,7 @@ private slots:
     void projectFileDefinesEveryIdentifierItUses()
     {
         QTemporaryDir workspace;
-        XCUITestReplay::writeRunnerProject(workspace.path(), QStringLiteral("b"), oneScreenshot);
+        XCUITestReplay::writeRunnerProject(workspace.path(), QStringLiteral("b"), singleScreenshot);
         const QString text = QString::fromUtf8(generated(workspace.path(), generatedFiles.at(2)));
         QSet<QString> defined;
         QSet<QString> used;

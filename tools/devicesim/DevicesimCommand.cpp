@@ -72,7 +72,7 @@ booted Apple Watch, an Apple TV and an unavailable iPhone 14 (iOS 16.4).
 See tools/devicesim/README.md.
 )";
 
-ToolFailure usage(const QString &message)
+ToolFailure devicesimUsage(const QString &message)
 {
     return {QStringLiteral("devicesim: %1 (see devicesim --help)\n").arg(message), 64};
 }
@@ -87,7 +87,7 @@ int init()
 int shims(const QStringList &arguments)
 {
     if (arguments.size() != 1)
-        throw usage(QStringLiteral("shims takes one folder"));
+        throw devicesimUsage(QStringLiteral("shims takes one folder"));
     const QDir dir(arguments[0]);
     if (!QDir().mkpath(dir.absolutePath()))
         throw ToolFailure{QStringLiteral("devicesim: cannot create %1\n").arg(dir.absolutePath()), 1};
@@ -118,12 +118,12 @@ int addDevice(const QStringList &arguments)
         else if (a == QLatin1String("--unavailable"))
             unavailable = true;
         else if (a.startsWith(QLatin1String("--")))
-            throw usage(QStringLiteral("unknown option %1").arg(a));
+            throw devicesimUsage(QStringLiteral("unknown option %1").arg(a));
         else
             positional.append(a);
     }
     if (positional.size() != 2)
-        throw usage(QStringLiteral("device add takes a NAME and a RUNTIME"));
+        throw devicesimUsage(QStringLiteral("device add takes a NAME and a RUNTIME"));
     StateStore::modify([&](World &world) {
         if (world.device(udid))
             throw ToolFailure{QStringLiteral("devicesim: a device with UDID %1 exists already\n").arg(udid), 1};
@@ -148,7 +148,7 @@ int device(const QStringList &arguments)
     if (verb == QLatin1String("add"))
         return addDevice(arguments.mid(1));
     if (arguments.size() != 2)
-        throw usage(QStringLiteral("device %1 takes one UDID").arg(verb));
+        throw devicesimUsage(QStringLiteral("device %1 takes one UDID").arg(verb));
     const QString udid = arguments[1];
     StateStore::modify([&](World &world) {
         if (verb == QLatin1String("remove") && udid == QLatin1String("all")) {
@@ -166,7 +166,7 @@ int device(const QStringList &arguments)
         } else if (verb == QLatin1String("remove")) {
             world.devices.removeIf([&](const Device &x) { return x.udid == d->udid; });
         } else {
-            throw usage(QStringLiteral("unknown device command \"%1\"").arg(verb));
+            throw devicesimUsage(QStringLiteral("unknown device command \"%1\"").arg(verb));
         }
     });
     return 0;
@@ -181,7 +181,7 @@ int fault(const QStringList &arguments)
         return 0;
     }
     if (verb != QLatin1String("set") && verb != QLatin1String("clear"))
-        throw usage(QStringLiteral("fault takes set, clear or list"));
+        throw devicesimUsage(QStringLiteral("fault takes set, clear or list"));
     StateStore::modify([&](World &world) {
         const QString problem = verb == QLatin1String("set")
             ? world.faults.set(arguments.mid(1), AppBundle::demoBundleId)
@@ -223,7 +223,7 @@ int run(const QStringList &arguments)
         return XcodebuildCommand::run(rest);
     if (command == QLatin1String("open"))
         return OpenCommand::run(rest);
-    throw usage(QStringLiteral("unknown command \"%1\"").arg(command));
+    throw devicesimUsage(QStringLiteral("unknown command \"%1\"").arg(command));
 }
 
 } // namespace DevicesimCommand

@@ -125,7 +125,7 @@ namespace {
 const QStringList demoScreens = {QStringLiteral("trips"), QStringLiteral("detail"), QStringLiteral("explore"),
                                  QStringLiteral("saved"), QStringLiteral("settings")};
 
-QString usage(const QString &kind)
+QString faultUsage(const QString &kind)
 {
     return QStringLiteral("devicesim: wrong arguments for fault %1 (see devicesim --help)").arg(kind);
 }
@@ -138,48 +138,48 @@ QString Faults::set(const QStringList &args, const QString &defaultBundleId)
     const QStringList rest = args.mid(1);
     if (kind == QLatin1String("app-missing")) {
         if (rest.isEmpty() || rest.size() > 2)
-            return usage(kind);
+            return faultUsage(kind);
         missingApps.append({rest[0], rest.value(1, defaultBundleId)});
     } else if (kind == QLatin1String("launch-fails")) {
         if (rest.size() != 1)
-            return usage(kind);
+            return faultUsage(kind);
         launchFailLanguages.append(rest[0]);
     } else if (kind == QLatin1String("dialog")) {
         if (rest.size() != 2)
-            return usage(kind);
+            return faultUsage(kind);
         if (!demoScreens.contains(rest[1]))
             return QStringLiteral("devicesim: unknown screen \"%1\"; the demo app has %2")
                 .arg(rest[1], demoScreens.join(QStringLiteral(", ")));
         dialogs.append({rest[0], rest[1]});
     } else if (kind == QLatin1String("build-fails")) {
         if (!rest.isEmpty())
-            return usage(kind);
+            return faultUsage(kind);
         buildFails = true;
     } else if (kind == QLatin1String("slow-build")) {
         bool ok = false;
         const double seconds = rest.value(0).toDouble(&ok);
         if (rest.size() != 1 || !ok || seconds <= 0)
-            return usage(kind);
+            return faultUsage(kind);
         slowBuildSeconds = seconds;
     } else if (kind == QLatin1String("no-xcode")) {
         if (!rest.isEmpty())
-            return usage(kind);
+            return faultUsage(kind);
         noXcode = true;
     } else if (kind == QLatin1String("simctl-hangs")) {
         if (rest.size() != 1)
-            return usage(kind);
+            return faultUsage(kind);
         hangingSubcommands.append(rest[0]);
     } else if (kind == QLatin1String("chatty-stderr")) {
         if (rest.size() != 1)
-            return usage(kind);
+            return faultUsage(kind);
         chattySubcommands.append(rest[0]);
     } else if (kind == QLatin1String("no-screenshots")) {
         if (!rest.isEmpty())
-            return usage(kind);
+            return faultUsage(kind);
         noScreenshots = true;
     } else if (kind == QLatin1String("open-fails")) {
         if (!rest.isEmpty())
-            return usage(kind);
+            return faultUsage(kind);
         openFails = true;
     } else {
         return QStringLiteral("devicesim: unknown fault \"%1\"").arg(kind);

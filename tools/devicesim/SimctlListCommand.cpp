@@ -22,7 +22,7 @@ struct ListOptions
     QString filter; // available, booted, or a search term
 };
 
-ListOptions parse(const QStringList &arguments)
+ListOptions parseListOptions(const QStringList &arguments)
 {
     ListOptions o;
     for (const QString &a : arguments) {
@@ -51,7 +51,7 @@ bool passes(const Device &d, const QString &filter)
     return d.name.contains(filter, Qt::CaseInsensitive) || d.udid.contains(filter, Qt::CaseInsensitive);
 }
 
-QJsonObject deviceJson(const Device &d)
+QJsonObject listedDeviceJson(const Device &d)
 {
     const QString home = StateStore::home();
     QJsonObject o{{QStringLiteral("dataPath"), DefaultWorld::deviceDataPath(home, d.udid)},
@@ -89,7 +89,7 @@ QJsonObject devicesJson(const World &world, const QString &filter)
     for (const auto &[runtime, list] : byRuntime(world, filter)) {
         QJsonArray array;
         for (const Device *d : list)
-            array.append(deviceJson(*d));
+            array.append(listedDeviceJson(*d));
         devices.insert(runtime, array);
     }
     return devices;
@@ -137,7 +137,7 @@ QString devicesText(const World &world, const QString &filter)
 
 int list(const QStringList &arguments)
 {
-    const ListOptions o = parse(arguments);
+    const ListOptions o = parseListOptions(arguments);
     const World world = StateStore::read();
     if (o.json) {
         QJsonObject root;

@@ -189,7 +189,7 @@ AppSession sessionFromJson(const QJsonObject &o)
     return s;
 }
 
-QJsonObject deviceJson(const Device &d)
+QJsonObject savedDeviceJson(const Device &d)
 {
     QJsonArray apps, running;
     for (const InstalledApp &a : d.apps)
@@ -247,7 +247,7 @@ QJsonObject World::toJson() const
 {
     QJsonArray list;
     for (const Device &d : devices)
-        list.append(deviceJson(d));
+        list.append(savedDeviceJson(d));
     return {{QStringLiteral("devices"), list},
             {QStringLiteral("faults"), faults.toJson()},
             {QStringLiteral("nextPid"), nextPid},

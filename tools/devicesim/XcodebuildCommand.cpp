@@ -43,7 +43,7 @@ ToolFailure toolError(const QString &message, int status)
     return {QStringLiteral("xcodebuild: error: %1\n").arg(message), status};
 }
 
-Options parse(const QStringList &arguments)
+Options parseXcodebuildOptions(const QStringList &arguments)
 {
     Options o;
     for (int i = 0; i < arguments.size(); ++i) {
@@ -256,7 +256,7 @@ int test(const Options &o, const QString &project)
 
 int run(const QStringList &arguments)
 {
-    const Options o = parse(arguments);
+    const Options o = parseXcodebuildOptions(arguments);
     const World world = StateStore::read();
     if (world.faults.noXcode)
         throw ToolFailure{QStringLiteral("xcode-select: error: tool 'xcodebuild' requires Xcode, but active developer "
