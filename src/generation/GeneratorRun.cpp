@@ -6,6 +6,7 @@
 #include "model/AppModel.h"
 #include "model/Folder.h"
 #include "model/PathSanitizer.h"
+#include "replay/ChildProcess.h"
 #include "replay/XCUITestReplay.h"
 #include "simulator/ProcessRunner.h"
 #include "simulator/SimctlArguments.h"
@@ -174,7 +175,9 @@ void GeneratorRun::replay(const SimulatorDevice &device, const QString &language
 
 void GeneratorRun::resetStatusBar(const QString &device) const
 {
-    // Not cancellable: a cancelled run still leaves the status bar as it found it.
+    // Not cancellable: a cancelled or interrupted run still leaves the status
+    // bar as it found it.
+    const ChildProcess::Cleanup cleanup;
     try {
         ProcessRunner::run(QStringLiteral("xcrun"), SimctlArguments::statusBarClear(device), m_workingDirectory);
     } catch (const AppError &error) {

@@ -123,6 +123,9 @@ struct ChildProcess::Private
     // has not been reaped, and reaping happens under the same lock.
     std::mutex reapLock;
     std::atomic<bool> reaped{false};
+    // Started to put a device back as the user had it: an interrupt lets it
+    // finish (only the last resort, killAll, ends it).
+    bool isCleanup = false;
 
     void spawn(const SpawnRequest &request, int outputPipe[2], int errorPipe[2]);
     void drain(int &fd, QByteArray &into);
@@ -230,6 +233,7 @@ ChildProcess::ChildProcess(const QString &command, const QStringList &arguments,
 {
     if (refusesToStart())
         throw std::runtime_error("Interrupted.");
+    d->isCleanup = cleanups > 0;
     const SpawnRequest request(command, arguments, workingDirectory, environment);
     int outputPipe[2];
     int errorPipe[2];
@@ -350,7 +354,8 @@ void ChildProcess::interruptAll()
     interrupted = true;
     std::lock_guard lock(registryLock);
     for (ChildProcess *child : registry())
-        child->terminate();
+        if (!child->d->isCleanup)
+            child->terminate();
 }
 
 bool ChildProcess::isInterrupted()

@@ -62,8 +62,9 @@ public:
     static bool isInterrupted();
     // While one of these lives, children may still start after an interrupt:
     // the short commands that put a device back as the user had it (its own
-    // status bar) run even when the run they end was interrupted. They are
-    // still killed with everything else if the command is cut short.
+    // status bar) run even when the run they end was interrupted, and an
+    // interrupt that comes while they run lets them finish. They are still
+    // killed with everything else if the command is cut short.
     class Cleanup
     {
     public:
