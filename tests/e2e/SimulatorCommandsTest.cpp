@@ -75,8 +75,8 @@ private slots:
                  (QJsonObject{{"udid", iPhoneUdid}, {"name", "iPhone 15 Pro"}, {"state", "Booted"}}));
     }
 
-    // What cannot be opened names the device as the Simulator lists it now,
-    // renamed since it was attached.
+    // What cannot be opened says why; a device renamed in the Simulator
+    // since it was attached is named as the Simulator lists it now.
     void failuresNameTheAppAndDevice()
     {
         DeviceWorld world;
@@ -84,6 +84,14 @@ private slots:
         QCOMPARE(world.vantrel({"select-app", "com.example.none"}).err,
                  "No user app with the bundle ID com.example.none is installed on iPhone 15 Pro. Run 'vantrel apps' "
                  "to see the installed apps.\n");
+        QCOMPARE(world.devicesim({"fault", "set", "app-missing", iPhoneUdid}).status, 0);
+        QCOMPARE(world.vantrel({"apps"}).out, QString("No user apps are installed on iPhone 15 Pro.\n"));
+        const Run missing = world.vantrel({"open-app"});
+        QVERIFY2(missing.err.startsWith("Could not open target app: " + demoAppName
+                                        + " is not installed on iPhone 15 Pro.\n"),
+                 qPrintable(missing.err));
+        QCOMPARE(world.devicesim({"fault", "clear"}).status, 0);
+
         QCOMPARE(world.devicesim({"device", "remove", iPhoneUdid}).status, 0);
         QCOMPARE(world.devicesim({"device", "add", "Travel iPhone", "iOS-17-5", "--udid", iPhoneUdid, "--boot"}).status, 0);
 
@@ -98,13 +106,6 @@ private slots:
                                        + " is installed on Travel iPhone, but Simulator could not launch it for "
                                          "English (United States).\n"),
                  qPrintable(failed.err));
-
-        QCOMPARE(world.devicesim({"fault", "set", "app-missing", iPhoneUdid}).status, 0);
-        QCOMPARE(world.vantrel({"apps"}).out, QString("No user apps are installed on Travel iPhone.\n"));
-        const Run missing = world.vantrel({"open-app"});
-        QVERIFY2(missing.err.startsWith("Could not open target app: " + demoAppName
-                                        + " is not installed on Travel iPhone.\n"),
-                 qPrintable(missing.err));
     }
 };
 
