@@ -25,26 +25,14 @@ public:
         world.start(m_process, TestSupport::appBinary(), {}, extra);
     }
 
-    ~RunningApp()
-    {
-        if (m_process.state() != QProcess::NotRunning) {
-            m_process.kill();
-            m_process.waitForFinished(5000);
-        }
-    }
-
     // The exit status once it ended by itself; -1 when it crashed or still runs.
-    int waitForExit()
-    {
-        const bool finished = m_process.waitForFinished(30000);
-        return finished && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
-    }
+    int waitForExit() { return m_process.exitStatusWithin(30000); }
 
     QString errors() { return QString::fromUtf8(m_process.readAllStandardError()); }
     void terminate() { m_process.terminate(); } // SIGTERM
 
 private:
-    QProcess m_process;
+    OwnedProcess m_process;
 };
 
 } // namespace

@@ -31,14 +31,6 @@ public:
         world.start(m_process, TestSupport::vantrelBinary(), {"record", "--clicks"}, extra);
     }
 
-    ~LiveRecorder()
-    {
-        if (m_process.state() != QProcess::NotRunning) {
-            m_process.kill();
-            m_process.waitForFinished(5000);
-        }
-    }
-
     void send(const QByteArray &line) { m_process.write(line + "\n"); }
 
     // The next line of output (after those already taken) that matches
@@ -79,9 +71,9 @@ public:
     int finish()
     {
         m_process.closeWriteChannel();
-        const bool finished = m_process.waitForFinished(60000);
+        const int status = m_process.exitStatusWithin(60000);
         readLines();
-        return finished && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+        return status;
     }
 
     QString output() const { return m_lines.join("\n"); }
@@ -97,7 +89,7 @@ private:
         }
     }
 
-    QProcess m_process;
+    OwnedProcess m_process;
     QStringList m_lines;
     QString m_pending;
     qsizetype m_taken = 0;

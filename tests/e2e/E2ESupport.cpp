@@ -81,6 +81,20 @@ QStringList screenActions(const QJsonObject &project, bool withWaits)
     return screens;
 }
 
+OwnedProcess::~OwnedProcess()
+{
+    if (state() != QProcess::NotRunning) {
+        kill();
+        waitForFinished(5000);
+    }
+}
+
+int OwnedProcess::exitStatusWithin(int timeoutMs)
+{
+    const bool finished = waitForFinished(timeoutMs);
+    return finished && exitStatus() == QProcess::NormalExit ? exitCode() : -1;
+}
+
 DeviceWorld::DeviceWorld()
 {
     QDir().mkpath(root());
@@ -108,18 +122,14 @@ QProcessEnvironment DeviceWorld::environment(const QHash<QString, QString> &extr
 Run DeviceWorld::run(const QString &program, const QStringList &arguments, const QHash<QString, QString> &extra,
                      const QByteArray &input) const
 {
-    QProcess process;
-    process.setProcessEnvironment(environment(extra));
-    process.setWorkingDirectory(scratch());
-    process.start(program, arguments);
+    OwnedProcess process;
+    start(process, program, arguments, extra);
     if (!input.isNull()) {
         process.write(input);
         process.closeWriteChannel();
     }
-    const bool finished = process.waitForFinished(120000);
-    const bool ok = finished && process.exitStatus() == QProcess::NormalExit;
-    return {ok ? process.exitCode() : -1, QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
+    const int status = process.exitStatusWithin(120000);
+    return {status, QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
 }
 
 QHash<QString, QString> DeviceWorld::privateHome() const

@@ -53,6 +53,16 @@ QString readUntil(QProcess &process, const QString &text);
 // since those of a person clicking vary from run to run.
 QStringList screenActions(const QJsonObject &project, bool withWaits = false);
 
+// A started program that is ended, if it still runs, when the test ends early.
+class OwnedProcess : public QProcess
+{
+public:
+    ~OwnedProcess() override;
+    // The exit status once it ends by itself within `timeoutMs`; -1 when it
+    // crashed or still runs.
+    int exitStatusWithin(int timeoutMs);
+};
+
 class DeviceWorld
 {
 public:

@@ -8,7 +8,6 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
-#include <QJsonArray>
 #include <QTest>
 #include <csignal>
 
@@ -183,10 +182,7 @@ private slots:
         QCOMPARE(world.vantrel({"attach"}).status, 0);
         const Run recorded = world.record("wait 0.7\ncheckpoint trips\nstop\n");
         QVERIFY2(recorded.status == 0, qPrintable(recorded.err));
-        const QJsonArray operations =
-            world.savedProject().value("screens").toArray().first().toObject().value("operations").toArray();
-        QCOMPARE(operations.size(), 1);
-        QVERIFY(operations.first().toObject().contains("wait"));
+        QCOMPARE(screenActions(world.savedProject(), true), QStringList{"wait 0.7"});
 
         QCOMPARE(world.devicesim({"fault", "set", "no-xcode"}).status, 0);
         const Run run = world.vantrel({"generate"});
