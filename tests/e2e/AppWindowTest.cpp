@@ -9,11 +9,8 @@
 #include "TestSupport.h"
 #include "XDisplay.h"
 
-#include <QDeadlineTimer>
-#include <QJsonArray>
 #include <QRegularExpression>
 #include <QTest>
-#include <functional>
 
 using namespace E2E;
 
@@ -28,51 +25,15 @@ public:
         world.start(m_process, TestSupport::appBinary(), {}, extra);
     }
 
-    ~RunningApp()
-    {
-        if (m_process.state() != QProcess::NotRunning) {
-            m_process.kill();
-            m_process.waitForFinished(5000);
-        }
-    }
-
     // The exit status once it ended by itself; -1 when it crashed or still runs.
-    int waitForExit()
-    {
-        const bool finished = m_process.waitForFinished(30000);
-        return finished && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
-    }
+    int waitForExit() { return m_process.exitStatusWithin(30000); }
 
     QString errors() { return QString::fromUtf8(m_process.readAllStandardError()); }
     void terminate() { m_process.terminate(); } // SIGTERM
 
 private:
-    QProcess m_process;
+    OwnedProcess m_process;
 };
-
-bool eventually(const std::function<bool()> &condition, int timeoutMs = 20000)
-{
-    QDeadlineTimer deadline(timeoutMs);
-    while (!condition()) {
-        if (deadline.hasExpired())
-            return false;
-        QTest::qWait(100);
-    }
-    return true;
-}
-
-int savedCheckpoints(const DeviceWorld &world)
-{
-    return int(world.savedProject()[QStringLiteral("manualScreens")].toArray().size());
-}
-
-QStringList savedFileNames(const DeviceWorld &world)
-{
-    QStringList names;
-    for (const QJsonValue &checkpoint : world.savedProject()[QStringLiteral("manualScreens")].toArray())
-        names.append(checkpoint[QStringLiteral("filename")].toString());
-    return names;
-}
 
 } // namespace
 
@@ -137,7 +98,7 @@ private slots:
         QCOMPARE(display.xdotool({"getwindowfocus"}).out.trimmed(), window);
 
         display.pressKeys(window, "ctrl+s");
-        QVERIFY2(eventually([&] { return savedCheckpoints(world) == 1; }), qPrintable(app.errors()));
+        QVERIFY2(eventually([&] { return world.checkpointFiles().size() == 1; }), qPrintable(app.errors()));
 
         // A click on the panel is not the app's navigation; the click on the
         // Explore tab in the Simulator window is.
@@ -150,18 +111,18 @@ private slots:
         // brings the Vantrel window forward (or clicks the panel's Save
         // Checkpoint) to save.
         display.pressKeys(window, "ctrl+s");
-        QVERIFY2(eventually([&] { return savedCheckpoints(world) == 2; }), qPrintable(app.errors()));
+        QVERIFY2(eventually([&] { return world.checkpointFiles().size() == 2; }), qPrintable(app.errors()));
         const QStringList actions = screenActions(world.savedProject());
         QCOMPARE(actions.size(), 2);
         QVERIFY2(actions[0].isEmpty(), qPrintable(actions[0]));
         QVERIFY2(QRegularExpression("^tap 14[6-8] 79[01]$").match(actions[1]).hasMatch(), qPrintable(actions[1]));
-        QCOMPARE(savedFileNames(world), (QStringList{"01-my-trips.png", "02-explore.png"}));
+        QCOMPARE(world.checkpointFiles(), (QStringList{"01-my-trips.png", "02-explore.png"}));
 
         display.pressKeys(window, "ctrl+r");
         QVERIFY(eventually([&] { return !display.hasWindowTitled("^Recorder$"); }));
         display.pressKeys(window, "ctrl+q");
         QCOMPARE(app.waitForExit(), 0);
-        QCOMPARE(savedCheckpoints(world), 2);
+        QCOMPARE(world.checkpointFiles().size(), qsizetype(2));
 
         simulator.terminate();
         QVERIFY(simulator.waitForFinished(10000));

@@ -11,7 +11,6 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
 #include <QTest>
@@ -30,14 +29,6 @@ public:
     LiveRecorder(const DeviceWorld &world, const QHash<QString, QString> &extra)
     {
         world.start(m_process, TestSupport::vantrelBinary(), {"record", "--clicks"}, extra);
-    }
-
-    ~LiveRecorder()
-    {
-        if (m_process.state() != QProcess::NotRunning) {
-            m_process.kill();
-            m_process.waitForFinished(5000);
-        }
     }
 
     void send(const QByteArray &line) { m_process.write(line + "\n"); }
@@ -71,12 +62,18 @@ public:
         next("^Next checkpoint: ");
     }
 
+    bool checkpoint()
+    {
+        send("checkpoint");
+        return next("^Saved checkpoint ").hasMatch();
+    }
+
     int finish()
     {
         m_process.closeWriteChannel();
-        const bool finished = m_process.waitForFinished(60000);
+        const int status = m_process.exitStatusWithin(60000);
         readLines();
-        return finished && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+        return status;
     }
 
     QString output() const { return m_lines.join("\n"); }
@@ -92,7 +89,7 @@ private:
         }
     }
 
-    QProcess m_process;
+    OwnedProcess m_process;
     QStringList m_lines;
     QString m_pending;
     qsizetype m_taken = 0;
@@ -122,8 +119,8 @@ private slots:
     {
         DeviceWorld world;
         QCOMPARE(world.vantrel({"attach"}).status, 0);
-        QCOMPARE(world.record("checkpoint\n", privateHome(world)).status, 0);
-        const Run run = world.vantrel({"record", "--clicks"}, privateHome(world));
+        QCOMPARE(world.record("checkpoint\n", world.privateHome()).status, 0);
+        const Run run = world.vantrel({"record", "--clicks"}, world.privateHome());
         QCOMPARE(run.status, 1);
         QCOMPARE(run.err, QStringLiteral("Recording clicks needs an X11 display (set DISPLAY).\n"));
         QCOMPARE(world.savedProject()["screens"].toArray().size(), 1);
@@ -151,8 +148,7 @@ private slots:
         LiveRecorder recorder(world, env);
         QVERIFY2(recorder.next("^Recording real Simulator clicks\\.").hasMatch(), qPrintable(recorder.errors()));
         QVERIFY(recorder.next("^Recording\\. One command per line").hasMatch());
-        recorder.send("checkpoint");
-        QVERIFY(recorder.next("^Saved checkpoint ").hasMatch());
+        QVERIFY(recorder.checkpoint());
 
         // A tap on the Explore tab.
         QRect frame = display.geometry(window);
@@ -162,8 +158,7 @@ private slots:
         QVERIFY2(recorded.hasMatch(), qPrintable(recorder.output()));
         QVERIFY2(within1(tapPoint(recorded), pointAt(pixel, frame)), qPrintable(recorded.captured()));
         QVERIFY(waitForDemo(world, [](const QJsonObject &s) { return s["tab"] == "explore"; }));
-        recorder.send("checkpoint");
-        QVERIFY(recorder.next("^Saved checkpoint ").hasMatch());
+        QVERIFY(recorder.checkpoint());
 
         // The window moves; the next tap (Settings) is found at its new place.
         QVERIFY(display.moveWindow(window, QPoint(600, 90)));
@@ -173,8 +168,7 @@ private slots:
         recorded = recorder.next("^Recorded Tap (\\d+), (\\d+)$");
         QVERIFY2(within1(tapPoint(recorded), pointAt(pixel, frame)), qPrintable(recorded.captured()));
         QVERIFY(waitForDemo(world, [](const QJsonObject &s) { return s["tab"] == "settings"; }));
-        recorder.send("checkpoint");
-        QVERIFY(recorder.next("^Saved checkpoint ").hasMatch());
+        QVERIFY(recorder.checkpoint());
 
         // A vertical drag scrolls the settings up.
         const QPoint from = pixelFor(QPointF(196, 600), frame);
@@ -202,8 +196,7 @@ private slots:
         recorded = recorder.next("^Recorded ", &between);
         QVERIFY2(recorded.hasMatch() && between.isEmpty(), qPrintable(recorder.output()));
         QVERIFY(waitForDemo(world, [](const QJsonObject &s) { return s["tab"] == "trips"; }));
-        recorder.send("checkpoint");
-        QVERIFY(recorder.next("^Saved checkpoint ").hasMatch());
+        QVERIFY(recorder.checkpoint());
         recorder.send("stop");
         QCOMPARE(recorder.finish(), 0);
         QVERIFY2(recorder.output().endsWith("Stopped recording: 4 checkpoints, 4 recorded actions."),
@@ -221,11 +214,8 @@ private slots:
 
         // The reference images show the screens the clicks opened: their
         // names are read from the screen text.
-        const Run listing = world.vantrel({"checkpoints", "--json"}, env);
-        QStringList files;
-        for (const QJsonValue &checkpoint : QJsonDocument::fromJson(listing.out.toUtf8())["checkpoints"].toArray())
-            files.append(checkpoint["filename"].toString());
-        QCOMPARE(files, (QStringList{"01-my-trips.png", "02-explore.png", "03-settings.png", "04-my-trips.png"}));
+        QCOMPARE(world.checkpointFiles(),
+                 (QStringList{"01-my-trips.png", "02-explore.png", "03-settings.png", "04-my-trips.png"}));
 
         // The window ends on SIGTERM.
         simulator.terminate();
@@ -270,8 +260,7 @@ private slots:
         QCOMPARE(world.vantrel({"attach"}, env).status, 0);
         LiveRecorder recorder(world, env);
         QVERIFY2(recorder.next("^Recording\\. One command per line").hasMatch(), qPrintable(recorder.errors()));
-        recorder.send("checkpoint");
-        QVERIFY(recorder.next("^Saved checkpoint ").hasMatch());
+        QVERIFY(recorder.checkpoint());
         display.shutDown();
         QVERIFY(recorder.next("^Stopped recording: 1 checkpoints, 0 recorded actions\\.$").hasMatch());
         QCOMPARE(recorder.finish(), 1);

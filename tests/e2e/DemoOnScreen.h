@@ -1,7 +1,7 @@
 #pragma once
 // The demo app as a person at the stand-in's Simulator window sees it: where
-// a device point lies on the screen, what the app shows now, and the flow a
-// recording saved, for the tests that click through it.
+// a device point lies on the screen, and when the app shows what a click
+// should have opened, for the tests that click through it.
 
 #include "E2ESupport.h"
 #include "XDisplay.h"
@@ -24,18 +24,11 @@ QPoint pixelFor(const QPointF &point, const QRect &window);
 QPointF pointAt(const QPoint &pixel, const QRect &window);
 bool within1(const QPointF &a, const QPointF &b);
 
-// HOME and XDG_DATA_HOME inside the world's scratch folder (the Trash lives there).
-QHash<QString, QString> privateHome(const DeviceWorld &world);
-// That, and DISPLAY: the environment of programs on the test's own desktop.
+// The world's private home and DISPLAY: the environment of programs on the
+// test's own desktop.
 QHash<QString, QString> privateDesktop(const DeviceWorld &world, const XDisplay &display);
 
-// The demo app's session on the booted iPhone, as the stand-in keeps it.
-QJsonObject demoSession(const DeviceWorld &world);
 // Waits until the app on the Simulator has reached what `reached` looks for.
 bool waitForDemo(const DeviceWorld &world, const std::function<bool(const QJsonObject &)> &reached);
-
-// The recorded operations of each checkpoint of a saved project, waits left
-// out, as "tap X Y" and "swipe X1 Y1 X2 Y2".
-QStringList screenActions(const QJsonObject &project);
 
 } // namespace E2E

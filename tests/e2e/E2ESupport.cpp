@@ -2,10 +2,14 @@
 
 #include "TestSupport.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QDirIterator>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonDocument>
+#include <QTest>
 
 namespace E2E {
 
@@ -24,6 +28,71 @@ QString withoutProgress(const QString &out)
     QStringList lines = out.split(QLatin1Char('\n'));
     lines.removeIf([](const QString &line) { return line.startsWith(QLatin1String("Progress: ")); });
     return lines.join(QLatin1Char('\n'));
+}
+
+bool eventually(const std::function<bool()> &condition, int timeoutMs)
+{
+    QDeadlineTimer deadline(timeoutMs);
+    while (!condition()) {
+        if (deadline.hasExpired())
+            return false;
+        QTest::qWait(100);
+    }
+    return true;
+}
+
+QString readUntil(QProcess &process, const QString &text)
+{
+    QString out;
+    QElapsedTimer waited;
+    waited.start();
+    while (!out.contains(text) && waited.elapsed() < 60000) {
+        process.waitForReadyRead(200);
+        out += QString::fromUtf8(process.readAllStandardOutput());
+    }
+    return out;
+}
+
+QStringList screenActions(const QJsonObject &project, bool withWaits)
+{
+    QStringList screens;
+    for (const QJsonValue &screen : project[QStringLiteral("screens")].toArray()) {
+        QStringList actions;
+        for (const QJsonValue &value : screen[QStringLiteral("operations")].toArray()) {
+            const QJsonObject operation = value.toObject();
+            const QString kind = operation.keys().first();
+            const QJsonObject p = operation[kind].toObject();
+            const auto number = [&](const char *key) { return QString::number(p[QLatin1String(key)].toInt()); };
+            if (kind == QLatin1String("tap"))
+                actions.append(QStringLiteral("tap ") + number("x") + QLatin1Char(' ') + number("y"));
+            else if (kind == QLatin1String("swipe"))
+                actions.append(QStringList{QStringLiteral("swipe"), number("startX"), number("startY"), number("endX"),
+                                           number("endY")}
+                                   .join(QLatin1Char(' ')));
+            else if (kind == QLatin1String("type"))
+                actions.append(QStringLiteral("type ") + p[QStringLiteral("text")].toString());
+            else if (kind != QLatin1String("wait"))
+                actions.append(kind);
+            else if (withWaits)
+                actions.append(QStringLiteral("wait ") + QString::number(p[QStringLiteral("seconds")].toDouble()));
+        }
+        screens.append(actions.join(QStringLiteral(", ")));
+    }
+    return screens;
+}
+
+OwnedProcess::~OwnedProcess()
+{
+    if (state() != QProcess::NotRunning) {
+        kill();
+        waitForFinished(5000);
+    }
+}
+
+int OwnedProcess::exitStatusWithin(int timeoutMs)
+{
+    const bool finished = waitForFinished(timeoutMs);
+    return finished && exitStatus() == QProcess::NormalExit ? exitCode() : -1;
 }
 
 DeviceWorld::DeviceWorld()
@@ -53,18 +122,14 @@ QProcessEnvironment DeviceWorld::environment(const QHash<QString, QString> &extr
 Run DeviceWorld::run(const QString &program, const QStringList &arguments, const QHash<QString, QString> &extra,
                      const QByteArray &input) const
 {
-    QProcess process;
-    process.setProcessEnvironment(environment(extra));
-    process.setWorkingDirectory(scratch());
-    process.start(program, arguments);
+    OwnedProcess process;
+    start(process, program, arguments, extra);
     if (!input.isNull()) {
         process.write(input);
         process.closeWriteChannel();
     }
-    const bool finished = process.waitForFinished(120000);
-    const bool ok = finished && process.exitStatus() == QProcess::NormalExit;
-    return {ok ? process.exitCode() : -1, QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
+    const int status = process.exitStatusWithin(120000);
+    return {status, QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
 }
 
 QHash<QString, QString> DeviceWorld::privateHome() const
@@ -77,6 +142,13 @@ QHash<QString, QString> DeviceWorld::privateHome() const
 Run DeviceWorld::vantrel(const QStringList &arguments, const QHash<QString, QString> &extra) const
 {
     return run(TestSupport::vantrelBinary(), arguments, extra);
+}
+
+Run DeviceWorld::offline(const QStringList &arguments) const
+{
+    QHash<QString, QString> extra = privateHome();
+    extra.insert(QStringLiteral("PATH"), scratch() + QStringLiteral("/no-tools"));
+    return vantrel(arguments, extra);
 }
 
 Run DeviceWorld::record(const QByteArray &script, const QHash<QString, QString> &extra) const
@@ -125,9 +197,40 @@ QJsonObject DeviceWorld::savedProject() const
     return QJsonDocument::fromJson(TestSupport::readFile(root() + QStringLiteral("/.quillmark/project.json"))).object();
 }
 
+void DeviceWorld::editProject(const std::function<void(QJsonObject &)> &edit) const
+{
+    QJsonObject project = savedProject();
+    edit(project);
+    const QByteArray bytes = QJsonDocument(project).toJson(QJsonDocument::Compact);
+    const QString workspace = root() + QStringLiteral("/.quillmark");
+    const QString id = QString::fromUtf8(TestSupport::readFile(workspace + QStringLiteral("/current-project-id.txt")));
+    TestSupport::writeFile(workspace + QStringLiteral("/projects/") + id + QStringLiteral(".json"), bytes);
+    TestSupport::writeFile(workspace + QStringLiteral("/project.json"), bytes);
+}
+
+QStringList DeviceWorld::checkpointFiles() const
+{
+    QStringList names;
+    for (const QJsonValue &checkpoint : savedProject()[QStringLiteral("manualScreens")].toArray())
+        names.append(checkpoint[QStringLiteral("filename")].toString());
+    return names;
+}
+
 QJsonObject DeviceWorld::standInState() const
 {
     return QJsonDocument::fromJson(devicesim({QStringLiteral("state")}).out.toUtf8()).object();
+}
+
+QJsonObject DeviceWorld::demoSession() const
+{
+    for (const QJsonValue &device : standInState()[QStringLiteral("devices")].toArray()) {
+        if (device[QStringLiteral("udid")].toString() != iPhoneUdid)
+            continue;
+        for (const QJsonValue &session : device[QStringLiteral("running")].toArray())
+            if (session[QStringLiteral("bundleId")].toString() == demoBundleId)
+                return session.toObject();
+    }
+    return {};
 }
 
 QStringList DeviceWorld::runningBuilds() const

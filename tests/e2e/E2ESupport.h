@@ -10,6 +10,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <functional>
 
 namespace E2E {
 
@@ -41,6 +42,27 @@ QStringList pngsUnder(const QString &folder);
 // between two log lines of one step.
 QString withoutProgress(const QString &out);
 
+// Whether `condition` holds within `timeoutMs`, asked every 100 ms.
+bool eventually(const std::function<bool()> &condition, int timeoutMs = 20000);
+
+// Reads a started program's output until `text` appears (or a minute passes).
+QString readUntil(QProcess &process, const QString &text);
+
+// The recorded operations of each checkpoint of a saved project, as "tap X Y",
+// "swipe X1 Y1 X2 Y2" and "type TEXT"; waits ("wait S") only when asked for,
+// since those of a person clicking vary from run to run.
+QStringList screenActions(const QJsonObject &project, bool withWaits = false);
+
+// A started program that is ended, if it still runs, when the test ends early.
+class OwnedProcess : public QProcess
+{
+public:
+    ~OwnedProcess() override;
+    // The exit status once it ends by itself within `timeoutMs`; -1 when it
+    // crashed or still runs.
+    int exitStatusWithin(int timeoutMs);
+};
+
 class DeviceWorld
 {
 public:
@@ -57,6 +79,9 @@ public:
     QProcessEnvironment environment(const QHash<QString, QString> &extra = {}) const;
 
     Run vantrel(const QStringList &arguments, const QHash<QString, QString> &extra = {}) const;
+    // vantrel with no simulator tool on PATH (commands that need no device
+    // start quickly) and privateHome().
+    Run offline(const QStringList &arguments) const;
     // HOME and XDG_DATA_HOME inside the scratch folder, for a command whose
     // Trash must land inside the test's own folder.
     QHash<QString, QString> privateHome() const;
@@ -78,8 +103,15 @@ public:
 
     // The current project as saved (workspace/project.json).
     QJsonObject savedProject() const;
+    // Rewrites the current project's saved file and its mirror with `edit`
+    // applied, as another program would, for the next command to load.
+    void editProject(const std::function<void(QJsonObject &)> &edit) const;
+    // The image file names of the saved checkpoints, in order.
+    QStringList checkpointFiles() const;
     // The stand-in's state (devicesim state).
     QJsonObject standInState() const;
+    // The demo app's session on the booted iPhone, as the stand-in keeps it.
+    QJsonObject demoSession() const;
     // Build processes (xcodebuild) of this world that are still alive.
     QStringList runningBuilds() const;
 

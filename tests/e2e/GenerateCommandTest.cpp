@@ -1,6 +1,6 @@
 // `vantrel generate` end to end: a flow recorded with `vantrel record` is
 // replayed on the device stand-in for three languages, with the ways a run
-// can end: complete, drift, launch failure, missing app, cancel.
+// can end: complete, drift, a device or tool fault, cancel.
 
 #include "E2ESupport.h"
 #include "TestSupport.h"
@@ -8,7 +8,6 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
-#include <QJsonArray>
 #include <QTest>
 #include <csignal>
 
@@ -17,7 +16,6 @@ using namespace E2E;
 namespace {
 
 const QStringList languages{QStringLiteral("en-US"), QStringLiteral("de-DE"), QStringLiteral("fr-FR")};
-
 
 } // namespace
 
@@ -96,30 +94,61 @@ private slots:
                  qPrintable(report));
     }
 
-    void launchThatFailsForOneLocale()
+    // A fault of the device or the tools ends the run with what went wrong
+    // and what to do; languages done before it stay done.
+    void faultEndsTheRun_data()
     {
-        QCOMPARE(m_world->devicesim({"fault", "set", "launch-fails", "fr-FR"}).status, 0);
-        const Run run = m_world->vantrel({"generate"});
-        QCOMPARE(run.status, 1);
-        QVERIFY2(run.err.startsWith("\nGeneration failed\n" + demoAppName
-                                    + " is installed on iPhone 15 Pro, but Simulator could not launch it for French "
-                                      "(France).\nOpen the app manually once in Simulator. If it closes immediately, "
-                                      "the app is crashing for that locale. Raw launch error: "),
-                 qPrintable(run.err));
-        QCOMPARE(pngsUnder(outputOf("de-DE")), tabScreenshots);
+        QTest::addColumn<QStringList>("fault");
+        QTest::addColumn<QString>("errors"); // how the error output starts
+        QTest::addColumn<QStringList>("languagesDone");
+        QTest::addColumn<bool>("ran"); // else refused before any device ran
+        const QString diagnostics = "Diagnostics of this run: " + m_world->root() + "/.quillmark/diagnostics.txt\n";
+        QTest::newRow("launch fails for one locale")
+            << QStringList{"launch-fails", "fr-FR"}
+            << demoAppName + " is installed on iPhone 15 Pro, but Simulator could not launch it for French (France).\n"
+                             "Open the app manually once in Simulator. If it closes immediately, the app is "
+                             "crashing for that locale. Raw launch error: "
+            << QStringList{"en-US", "de-DE"} << true;
+        QTest::newRow("app missing")
+            << QStringList{"app-missing", iPhoneUdid}
+            << demoAppName + " is not installed on iPhone 15 Pro.\nInstall or open the app on that Simulator first, "
+                             "then click Project > Attach Simulator and Detect. Recorded checkpoints are still "
+                             "saved.\n" + diagnostics
+            << QStringList() << false;
+        // A flow with taps needs the runner; one of waits only does not ask
+        // (flowOfWaitsDoesNotAskForTheBuildTool).
+        QTest::newRow("no build tool")
+            << QStringList{"no-xcode"}
+            << "Recorded taps, swipes, and typing require Xcode's XCUITest runner: Command failed: xcrun --find "
+               "xcodebuild"
+            << QStringList() << false;
+        QTest::newRow("open fails")
+            << QStringList{"open-fails"}
+            << "Command failed: open -a Simulator --args -CurrentDeviceUDID " + iPhoneUdid
+                   + "\nUnable to find application named 'Simulator'\n"
+            << QStringList() << false;
+        // A test run that passes without its screenshots is no success.
+        QTest::newRow("no screenshots")
+            << QStringList{"no-screenshots"}
+            << "xcodebuild finished for en-US on iPhone 15 Pro without writing 4 of 4 screenshots: 01-trips.png, "
+               "02-explore.png, 03-saved.png, 04-settings.png\n"
+            << QStringList() << true;
     }
 
-    void appMissingFromTheDevice()
+    void faultEndsTheRun()
     {
-        QCOMPARE(m_world->devicesim({"fault", "set", "app-missing", iPhoneUdid}).status, 0);
+        QFETCH(QStringList, fault);
+        QFETCH(QString, errors);
+        QFETCH(QStringList, languagesDone);
+        QFETCH(bool, ran);
+        QCOMPARE(m_world->devicesim(QStringList{"fault", "set"} + fault).status, 0);
         const Run run = m_world->vantrel({"generate"});
         QCOMPARE(run.status, 1);
-        QCOMPARE(run.err, "\nGeneration failed\n" + demoAppName
-                              + " is not installed on iPhone 15 Pro.\nInstall or open the app on that Simulator "
-                                "first, then click Project > Attach Simulator and Detect. Recorded checkpoints are "
-                                "still saved.\nDiagnostics of this run: " + m_world->root()
-                              + "/.quillmark/diagnostics.txt\n");
-        QVERIFY(!run.out.contains("Running "));
+        QVERIFY2(run.err.startsWith("\nGeneration failed\n" + errors), qPrintable(run.err));
+        QVERIFY(!run.err.contains("Drift detected"));
+        QCOMPARE(run.out.contains("Running "), ran);
+        for (const QString &language : languages)
+            QCOMPARE(pngsUnder(outputOf(language)), languagesDone.contains(language) ? tabScreenshots : QStringList());
     }
 
     void interruptEndsTheBuildAndCancels()
@@ -127,13 +156,7 @@ private slots:
         QCOMPARE(m_world->devicesim({"fault", "set", "slow-build", "60"}).status, 0);
         QProcess process;
         m_world->startVantrel(process, {"generate"});
-        QString out;
-        QElapsedTimer waited;
-        waited.start();
-        while (!out.contains("Replaying 4 checkpoints") && waited.elapsed() < 60000) {
-            process.waitForReadyRead(200);
-            out += QString::fromUtf8(process.readAllStandardOutput());
-        }
+        QString out = readUntil(process, "Replaying 4 checkpoints");
         QTest::qWait(500); // the build is under way
         QCOMPARE(m_world->runningBuilds().size(), 1);
 
@@ -151,17 +174,6 @@ private slots:
         QVERIFY(m_world->xcrun({"simctl", "status_bar", iPhoneUdid, "list"}).out.endsWith("=\n"));
     }
 
-    void buildToolMissingStopsAFlowWithTaps()
-    {
-        QCOMPARE(m_world->devicesim({"fault", "set", "no-xcode"}).status, 0);
-        const Run run = m_world->vantrel({"generate"});
-        QCOMPARE(run.status, 1);
-        QVERIFY2(run.err.startsWith("\nGeneration failed\nRecorded taps, swipes, and typing require Xcode's XCUITest "
-                                    "runner: Command failed: xcrun --find xcodebuild"),
-                 qPrintable(run.err));
-        QVERIFY(!run.out.contains("Running "));
-    }
-
     void flowOfWaitsDoesNotAskForTheBuildTool()
     {
         // One checkpoint reached by waiting only: the run starts without the
@@ -170,10 +182,7 @@ private slots:
         QCOMPARE(world.vantrel({"attach"}).status, 0);
         const Run recorded = world.record("wait 0.7\ncheckpoint trips\nstop\n");
         QVERIFY2(recorded.status == 0, qPrintable(recorded.err));
-        const QJsonArray operations =
-            world.savedProject().value("screens").toArray().first().toObject().value("operations").toArray();
-        QCOMPARE(operations.size(), 1);
-        QVERIFY(operations.first().toObject().contains("wait"));
+        QCOMPARE(screenActions(world.savedProject(), true), QStringList{"wait 0.7"});
 
         QCOMPARE(world.devicesim({"fault", "set", "no-xcode"}).status, 0);
         const Run run = world.vantrel({"generate"});

@@ -10,7 +10,6 @@
 #include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -26,40 +25,12 @@ QJsonObject checkpoints(const DeviceWorld &world, const QStringList &action = {}
     return QJsonDocument::fromJson(run.out.toUtf8()).object();
 }
 
-QStringList names(const QJsonObject &listing, const char *key)
+QStringList filenames(const QJsonObject &listing)
 {
     QStringList values;
     for (const QJsonValue &checkpoint : listing["checkpoints"].toArray())
-        values.append(checkpoint[key].toString());
+        values.append(checkpoint["filename"].toString());
     return values;
-}
-
-// The recorded operations of each screen, waits left out; and the waits.
-QStringList actions(const QJsonArray &operations, QList<double> *waits = nullptr)
-{
-    QStringList result;
-    for (const QJsonValue &value : operations) {
-        const QJsonObject operation = value.toObject();
-        const QString kind = operation.keys().first();
-        const QJsonObject payload = operation[kind].toObject();
-        if (kind == "wait" && waits)
-            waits->append(payload["seconds"].toDouble());
-        if (kind == "tap")
-            result.append(QStringLiteral("tap %1 %2").arg(payload["x"].toInt()).arg(payload["y"].toInt()));
-        else if (kind == "type")
-            result.append("type " + payload["text"].toString());
-        else if (kind != "wait")
-            result.append(kind);
-    }
-    return result;
-}
-
-QStringList screenActions(const QJsonObject &project)
-{
-    QStringList result;
-    for (const QJsonValue &screen : project["screens"].toArray())
-        result.append(actions(screen["operations"].toArray()).join(", "));
-    return result;
 }
 
 } // namespace
@@ -75,6 +46,9 @@ private slots:
             QSKIP("real developer tools would answer instead of the device stand-in");
     }
 
+    // The script's waits are recorded as written, whatever the tap before
+    // them took; blank typing does nothing; the status line speaks of clicks
+    // in the Simulator window only, and none were made.
     void scriptRecordsAFlowWithNamedCheckpoints()
     {
         DeviceWorld world;
@@ -83,43 +57,46 @@ private slots:
         // The demo app on an iPhone 15 Pro: tab bar at y 790, the search field
         // on Explore at (196, 178), the first search result below it.
         const Run run = world.record("checkpoint\n"
-                                      "tap 343 790\n"
-                                      "checkpoint\n"
-                                      "tap 147 790\n"
-                                      "tap 196 178\n"
-                                      "type   Lisbon \n"
-                                      "checkpoint\n"
-                                      "wait 0.8\n"
-                                      "tap 196 284\n"
-                                      "checkpoint\n", world.privateHome());
+                                     "tap 343 790\n"
+                                     "checkpoint\n"
+                                     "tap 147 790\n"
+                                     "wait 0.6\n"
+                                     "tap 196 178\n"
+                                     "wait 0.3\n"
+                                     "type   \n"
+                                     "wait 0.4\n"
+                                     "type   Lisbon \n"
+                                     "status\n"
+                                     "checkpoint\n"
+                                     "wait 0.8\n"
+                                     "tap 196 284\n"
+                                     "checkpoint\n", world.privateHome());
         QVERIFY2(run.status == 0, qPrintable(run.out + run.err));
-        QVERIFY(run.out.contains("Recorded Type \"Lisbon\"\n"));
+        QCOMPARE(run.err, QString());
+        QVERIFY(run.out.contains("Recorded Tap 196, 178\nRecorded Type \"Lisbon\"\n"));
+        QVERIFY(run.out.contains("Status: Recording the taps, swipes and text entered here.\n"));
         QVERIFY(run.out.endsWith("Stopped recording: 4 checkpoints, 5 recorded actions.\n"));
 
         const QJsonObject listing = checkpoints(world);
         const QStringList files{"01-my-trips.png", "02-settings.png", "03-explore.png", "04-lisbon.png"};
-        QCOMPARE(names(listing, "filename"), files);
+        QCOMPARE(filenames(listing), files);
         const QDir manual(listing["folder"].toString());
         QCOMPARE(manual.entryList(QDir::Files | QDir::Hidden, QDir::Name), files);
         for (const QString &file : files)
             QVERIFY(!QImage(manual.filePath(file)).isNull());
 
-        const QJsonObject project = world.savedProject();
-        QCOMPARE(screenActions(project),
-                 (QStringList{"", "tap 343 790", "tap 147 790, tap 196 178, type Lisbon", "tap 196 284"}));
-        // The pause before the last tap is the script's own 0.8 s; no other
-        // action waited (carrying out a command takes no script time).
-        QList<double> waits;
-        for (const QJsonValue &screen : project["screens"].toArray())
-            actions(screen["operations"].toArray(), &waits);
-        QCOMPARE(waits, QList<double>{0.8});
-        QCOMPARE(project["manualCaptureIndex"].toInt(), 5);
+        // No action waited but those the script asked for (carrying out a
+        // command takes no script time).
+        QCOMPARE(screenActions(world.savedProject(), true),
+                 (QStringList{"", "tap 343 790", "tap 147 790, wait 0.6, tap 196 178, wait 0.7, type Lisbon",
+                              "wait 0.8, tap 196 284"}));
+        QCOMPARE(world.savedProject()["manualCaptureIndex"].toInt(), 5);
 
         // Moving checkpoint 1 by +1 swaps both images and the navigation.
         const QByteArray trips = TestSupport::readFile(manual.filePath("01-my-trips.png"));
         const QByteArray settings = TestSupport::readFile(manual.filePath("02-settings.png"));
         const QJsonObject moved = checkpoints(world, {"move", "1", "1"});
-        QCOMPARE(names(moved, "filename"), (QStringList{"01-settings.png", "02-my-trips.png", files[2], files[3]}));
+        QCOMPARE(filenames(moved), (QStringList{"01-settings.png", "02-my-trips.png", files[2], files[3]}));
         QCOMPARE(TestSupport::readFile(manual.filePath("01-settings.png")), settings);
         QCOMPARE(TestSupport::readFile(manual.filePath("02-my-trips.png")), trips);
         QCOMPARE(screenActions(world.savedProject()).mid(0, 2), (QStringList{"tap 343 790", ""}));
@@ -131,33 +108,6 @@ private slots:
         QVERIFY(!manual.exists("04-lisbon.png"));
         QVERIFY(QFileInfo::exists(world.scratch() + "/home/.local/share/Trash/files/04-lisbon.png"));
         QCOMPARE(world.savedProject()["screens"].toArray().size(), 3);
-    }
-
-    // The script's waits are recorded as written, whatever the tap before
-    // them took; blank typing does nothing; the status line speaks of clicks
-    // in the Simulator window only, and none were made.
-    void scriptWaitsAreRecordedAsWritten()
-    {
-        DeviceWorld world;
-        QCOMPARE(world.vantrel({"attach"}).status, 0);
-        const Run run = world.record("checkpoint trips\n"
-                                     "tap 147 790\n"
-                                     "wait 0.6\n"
-                                     "tap 196 178\n"
-                                     "wait 0.3\n"
-                                     "type   \n"
-                                     "wait 0.4\n"
-                                     "type Porto\n"
-                                     "status\n"
-                                     "checkpoint search\n", world.privateHome());
-        QVERIFY2(run.status == 0, qPrintable(run.out + run.err));
-        QCOMPARE(run.err, QString());
-        QVERIFY(run.out.contains("Recorded Tap 196, 178\nRecorded Type \"Porto\"\n"));
-        QVERIFY(run.out.contains("Status: Recording the taps, swipes and text entered here.\n"));
-        const QJsonArray operations = world.savedProject()["screens"].toArray().at(1)["operations"].toArray();
-        QList<double> waits;
-        QCOMPARE(actions(operations, &waits), (QStringList{"tap 147 790", "tap 196 178", "type Porto"}));
-        QCOMPARE(waits, (QList<double>{0.6, 0.7}));
     }
 
     void refusalsDoNotEndTheSession()
@@ -181,9 +131,8 @@ private slots:
         QVERIFY(QRegularExpression("Pending: (Wait [0-9.]+s; )?Tap 147, 790\n").match(run.out).hasMatch());
         QVERIFY(run.out.contains("Next checkpoint: 02-auto-name.png\n"));
         // Nothing after "stop" is read.
-        const QJsonObject project = world.savedProject();
-        QCOMPARE(screenActions(project), (QStringList{"", "tap 147 790"}));
-        QCOMPARE(names(checkpoints(world), "filename"), (QStringList{"01-Home-Screen-Main.png", "02-explore.png"}));
+        QCOMPARE(screenActions(world.savedProject()), (QStringList{"", "tap 147 790"}));
+        QCOMPARE(filenames(checkpoints(world)), (QStringList{"01-Home-Screen-Main.png", "02-explore.png"}));
     }
 };
 

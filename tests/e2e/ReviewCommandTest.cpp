@@ -64,10 +64,6 @@ private slots:
         QCOMPARE(logged, expected);
         // Listed at the end of the run, before the outcome.
         QVERIFY(m_run.out.indexOf(expected.last()) > m_run.out.indexOf("Progress: iPhone 15 Pro / ja-JP 4/4 done"));
-
-        const QJsonObject stored = QJsonDocument::fromJson(
-            TestSupport::readFile(m_output + "/localization-warnings.json")).object();
-        QCOMPARE(stored.value("warnings").toArray().size(), 4);
     }
 
     void reviewListsTheWarnings()
@@ -90,23 +86,16 @@ private slots:
         QVERIFY2(html.status == 0, qPrintable(html.err));
         const QString page = m_output + "/index.html";
         QCOMPARE(html.out, page + "\n");
+        // Links, thumbnails and marks are the page's own (ContactSheetTest);
+        // here, that the real run's ja-JP column, the third, is the one marked.
         const QString text = QString::fromUtf8(TestSupport::readFile(page));
-        for (const QString &language : reviewLanguages)
-            for (const QString &file : tabScreenshots) {
-                const QString relative = language + "/" + iPhoneFolder + "/" + file;
-                QVERIFY2(text.contains("<a href=\"" + relative + "\">"), qPrintable(relative));
-                const QString thumbnail = ".thumbnails/" + relative.chopped(4) + ".jpg";
-                QVERIFY2(text.contains("src=\"" + thumbnail + "\""), qPrintable(thumbnail));
-                QVERIFY(QImage(m_output + "/" + thumbnail).width() <= 180);
-            }
-        // The ja-JP column (the third of each row) is marked, nothing else.
+        const QString relative = "ja-JP/" + iPhoneFolder + "/04-settings.png";
+        QVERIFY2(text.contains("<a href=\"" + relative + "\">"), qPrintable(text));
+        QVERIFY(QImage(m_output + "/.thumbnails/" + relative.chopped(4) + ".jpg").width() <= 180);
         static const QRegularExpression row("<tr><th class=\"checkpoint\">[^<]*</th><td>.*?</td><td>.*?</td>"
                                             "<td class=\"warned\">");
         QCOMPARE(text.count(row), 4);
         QCOMPARE(text.count("class=\"warned\""), 4);
-        // The gallery does not list the thumbnails.
-        const Run review = m_world->vantrel({"review"});
-        QVERIFY(!review.out.contains(".thumbnails"));
     }
 
     void dismissedWarningStaysDismissed()

@@ -19,16 +19,6 @@ QJsonArray jsonArray(const Run &run)
     return QJsonDocument::fromJson(run.out.toUtf8()).array();
 }
 
-QJsonObject runningDemo(const DeviceWorld &world)
-{
-    for (const QJsonValue &device : world.standInState().value("devices").toArray())
-        if (device.toObject().value("udid").toString() == iPhoneUdid)
-            for (const QJsonValue &app : device.toObject().value("running").toArray())
-                if (app.toObject().value("bundleId").toString() == demoBundleId)
-                    return app.toObject();
-    return {};
-}
-
 } // namespace
 
 class SimulatorCommandsTest : public QObject
@@ -70,7 +60,7 @@ private slots:
         const Run open = world.vantrel({"open-app"});
         QVERIFY2(open.status == 0, qPrintable(open.err));
         QCOMPARE(open.out, "Opened " + demoAppName + " on iPhone 15 Pro in German (Germany).\n");
-        const QJsonObject running = runningDemo(world);
+        const QJsonObject running = world.demoSession();
         QCOMPARE(running.value("language").toString(), QString("de-DE"));
         QCOMPARE(running.value("locale").toString(), QString("de_DE"));
 
@@ -85,12 +75,23 @@ private slots:
                  (QJsonObject{{"udid", iPhoneUdid}, {"name", "iPhone 15 Pro"}, {"state", "Booted"}}));
     }
 
-    // A device renamed in the Simulator since it was attached is named as
-    // the Simulator lists it now, on success and in a launch failure.
-    void openingNamesTheDeviceByItsCurrentName()
+    // What cannot be opened says why; a device renamed in the Simulator
+    // since it was attached is named as the Simulator lists it now.
+    void failuresNameTheAppAndDevice()
     {
         DeviceWorld world;
         QCOMPARE(world.vantrel({"attach"}).status, 0);
+        QCOMPARE(world.vantrel({"select-app", "com.example.none"}).err,
+                 "No user app with the bundle ID com.example.none is installed on iPhone 15 Pro. Run 'vantrel apps' "
+                 "to see the installed apps.\n");
+        QCOMPARE(world.devicesim({"fault", "set", "app-missing", iPhoneUdid}).status, 0);
+        QCOMPARE(world.vantrel({"apps"}).out, QString("No user apps are installed on iPhone 15 Pro.\n"));
+        const Run missing = world.vantrel({"open-app"});
+        QVERIFY2(missing.err.startsWith("Could not open target app: " + demoAppName
+                                        + " is not installed on iPhone 15 Pro.\n"),
+                 qPrintable(missing.err));
+        QCOMPARE(world.devicesim({"fault", "clear"}).status, 0);
+
         QCOMPARE(world.devicesim({"device", "remove", iPhoneUdid}).status, 0);
         QCOMPARE(world.devicesim({"device", "add", "Travel iPhone", "iOS-17-5", "--udid", iPhoneUdid, "--boot"}).status, 0);
 
@@ -105,22 +106,6 @@ private slots:
                                        + " is installed on Travel iPhone, but Simulator could not launch it for "
                                          "English (United States).\n"),
                  qPrintable(failed.err));
-    }
-
-    void missingApp()
-    {
-        DeviceWorld world;
-        QCOMPARE(world.vantrel({"attach"}).status, 0);
-        QCOMPARE(world.vantrel({"select-app", "com.example.none"}).err,
-                 "No user app with the bundle ID com.example.none is installed on iPhone 15 Pro. Run 'vantrel apps' "
-                 "to see the installed apps.\n");
-
-        QCOMPARE(world.devicesim({"fault", "set", "app-missing", iPhoneUdid}).status, 0);
-        const Run apps = world.vantrel({"apps"});
-        QCOMPARE(apps.out, QString("No user apps are installed on iPhone 15 Pro.\n"));
-        const Run open = world.vantrel({"open-app"});
-        QVERIFY2(open.err.startsWith("Could not open target app: " + demoAppName + " is not installed on iPhone 15 Pro.\n"),
-                 qPrintable(open.err));
     }
 };
 

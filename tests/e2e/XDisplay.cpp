@@ -3,7 +3,6 @@
 #include <QDeadlineTimer>
 #include <QRegularExpression>
 #include <QStandardPaths>
-#include <QTest>
 
 namespace E2E {
 
@@ -66,15 +65,13 @@ Run XDisplay::xdotool(const QStringList &arguments) const
 
 QStringList XDisplay::waitForSearch(const QStringList &criteria, int timeoutMs) const
 {
-    QDeadlineTimer deadline(timeoutMs);
-    do {
+    QStringList windows;
+    eventually([&] {
         const Run search = xdotool(QStringList{QStringLiteral("search"), QStringLiteral("--onlyvisible")} + criteria);
-        const QStringList windows = search.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-        if (!windows.isEmpty())
-            return windows;
-        QTest::qWait(100);
-    } while (!deadline.hasExpired());
-    return {};
+        windows = search.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        return !windows.isEmpty();
+    }, timeoutMs);
+    return windows;
 }
 
 QStringList XDisplay::waitForWindows(const QString &wmClass, int timeoutMs) const
@@ -113,13 +110,7 @@ QRect XDisplay::geometry(const QString &window) const
 bool XDisplay::moveWindow(const QString &window, const QPoint &to) const
 {
     xdotool({QStringLiteral("windowmove"), window, QString::number(to.x()), QString::number(to.y())});
-    QDeadlineTimer deadline(10000);
-    while (geometry(window).topLeft() != to) {
-        if (deadline.hasExpired())
-            return false;
-        QTest::qWait(50);
-    }
-    return true;
+    return eventually([&] { return geometry(window).topLeft() == to; }, 10000);
 }
 
 void XDisplay::click(const QPoint &at) const
