@@ -28,7 +28,6 @@
 
 namespace {
 
-// Lets the model announce its changes and the panels re-read them.
 QListWidgetItem *languageItem(QListWidget *list, const QString &code)
 {
     for (int i = 0; i < list->count(); ++i)
@@ -295,10 +294,7 @@ private slots:
         GuiTest::action(review->actions(), "Contact Sheet")->trigger();
         GuiTest::settle();
         const QString page = out + QStringLiteral("/index.html");
-        QCOMPARE(f.platform->opened, QStringList{page});
-        const QString html = QString::fromUtf8(TestSupport::readFile(page));
-        for (const char *language : {"en-US", "ja-JP"})
-            QVERIFY(html.contains(QStringLiteral("href=\"%1/iPhone%2015/01-home.png\"").arg(language)));
+        QCOMPARE(f.platform->opened, QStringList{page}); // its content: ContactSheetTest
     }
 
     void bannerIsDismissed()

@@ -211,21 +211,6 @@ private slots:
         QCOMPARE(f.model->project(), before);
     }
 
-    void trashOrRemoveFallsBackToRemovalOnlyWithoutATrash()
-    {
-        Fixture f;
-        TestSupport::writeFile(f.root.path() + "/a/file.txt", "x");
-        QVERIFY(f.model->trashOrRemove(f.root.path() + "/a"));
-        QCOMPARE(f.platform->trashed, QStringList{f.root.path() + "/a"});
-
-        f.platform->trashAvailable = false;
-        const QString gone = TestSupport::writeFile(f.root.path() + "/b/file.txt", "x");
-        QVERIFY(!f.model->trashOrRemove(f.root.path() + "/b"));
-        QVERIFY(!QFileInfo::exists(gone));
-        QCOMPARE(f.platform->trashed.size(), 1);
-        f.model->trashOrRemove(f.root.path() + "/never-there"); // nothing to do, no error
-    }
-
     // Where a deleted project's files went, truthfully: a deletion without
     // a Trash does not claim to have used one.
     void deletingAProjectSaysWhereItsFilesWent_data()

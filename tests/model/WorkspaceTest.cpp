@@ -147,26 +147,6 @@ private slots:
         }
     }
 
-    // A project that loads but cannot be written back stays current: the
-    // failure is the save's, not the load's.
-    void loadedProjectThatCannotBeSavedStaysCurrent()
-    {
-        QTemporaryDir root;
-        const QString workspace = root.path() + "/.quillmark";
-        TestSupport::writeFile(workspace + "/current-project-id.txt", "ABC");
-        TestSupport::writeFile(workspace + "/projects/ABC.json", documentBytes("ABC", "Current"));
-        QDir().mkpath(workspace + "/project.json/blocked");
-        auto model = makeModel(root.path());
-        QVERIFY(model->loadSavedProject());
-        QCOMPARE(*model->project().projectName, QString("Current"));
-        QVERIFY2(model->lastError()->startsWith("Could not save project: "), qPrintable(*model->lastError()));
-
-        TestSupport::writeFile(workspace + "/projects/ABC.json", "{ broken");
-        auto broken = makeModel(root.path());
-        QVERIFY(!broken->loadSavedProject());
-        QVERIFY(broken->lastError()->startsWith("Could not load saved project: "));
-    }
-
     // The file system's own reason reaches the user, not only the folder's name.
     void folderThatCannotBeMadeSaysWhy()
     {
