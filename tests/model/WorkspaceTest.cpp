@@ -83,21 +83,11 @@ private slots:
         QVERIFY(QFile::exists(model->projectFileURL(*model->project().projectID)));
     }
 
-    void corruptProjectIsReportedAndLeftAlone_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("detail");
-        QTest::newRow("truncated") << QByteArray(R"({"appName": "Tri)") << "not valid JSON";
-        QTest::newRow("wrong type") << documentBytes("ABC", "x").replace(R"("devices":[])", R"("devices":"none")")
-                                    << "\"devices\" should be a list";
-        QTest::newRow("missing key") << documentBytes("ABC", "x").replace(R"("bundleId":"",)", "")
-                                     << "\"bundleId\" is missing";
-    }
-
+    // What the reader finds wrong is ProjectDocumentTest::decoding's; here,
+    // that a document that fails to load is reported and left alone.
     void corruptProjectIsReportedAndLeftAlone()
     {
-        QFETCH(QByteArray, content);
-        QFETCH(QString, detail);
+        const QByteArray content = "{\"appName\": \"Tri";
         QTemporaryDir root;
         const QString workspace = root.path() + "/.quillmark";
         TestSupport::writeFile(workspace + "/current-project-id.txt", "ABC");
@@ -109,7 +99,7 @@ private slots:
         model->loadSavedProject();
         QVERIFY(model->lastError());
         QVERIFY2(model->lastError()->startsWith("Could not load saved project: "), qPrintable(*model->lastError()));
-        QVERIFY2(model->lastError()->contains(detail), qPrintable(*model->lastError()));
+        QVERIFY2(model->lastError()->contains("not valid JSON"), qPrintable(*model->lastError()));
         // No later source is tried, nothing is saved, the file is untouched.
         QCOMPARE(*model->project().projectID, startupID);
         QCOMPARE(TestSupport::readFile(workspace + "/projects/ABC.json"), content);
