@@ -4,15 +4,12 @@
 #include "ModelFixture.h"
 #include "TestSupport.h"
 
-#include "model/AppModel.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
 #include "simulator/SimctlDeviceList.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QImage>
 
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace {

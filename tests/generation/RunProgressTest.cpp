@@ -3,8 +3,6 @@
 
 #include "ModelFixture.h"
 #include "TestSupport.h"
-#include "model/AppModel.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
 
 #include <QTest>
 

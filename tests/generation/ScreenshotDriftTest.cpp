@@ -5,8 +5,6 @@
 #include "TestSupport.h"
 #include "generation/ScreenshotDriftDetector.h"
 #include "generation/ThumbnailCache.h"
-#include "model/AppModel.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
 
 #include <QDateTime>
 #include <QDir>

@@ -24,7 +24,6 @@
 #include <QPlainTextEdit>
 #include <QTableView>
 #include <QTableWidget>
-#include <QTest>
 
 namespace {
 

@@ -5,14 +5,11 @@
 #include "ModelFixture.h"
 #include "TestSupport.h"
 
-#include "model/AppModel.h"
 #include "model/ProjectCoding.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QUuid>
 

@@ -6,19 +6,15 @@
 #include "ModelFixture.h"
 #include "TestSupport.h"
 
-#include "model/AppModel.h"
 #include "model/ProjectCoding.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QSysInfo>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QUuid>
-#include <memory>
 
 namespace {
 

@@ -4,9 +4,7 @@
 #include "ModelFixture.h"
 #include "TestSupport.h"
 
-#include "model/AppModel.h"
 #include "model/ProjectCoding.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,12 +12,10 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTemporaryDir>
 #include <QRegularExpression>
 #include <QTest>
 #include <QUuid>
 #include <unistd.h>
-#include <memory>
 
 namespace {
 

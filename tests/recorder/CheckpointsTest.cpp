@@ -5,16 +5,11 @@
 #include "ModelFixture.h"
 #include "TestSupport.h"
 
-#include "model/AppModel.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
-
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
-#include <QTemporaryDir>
 #include <QTest>
-#include <memory>
 
 namespace {
 

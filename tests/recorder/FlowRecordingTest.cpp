@@ -5,14 +5,9 @@
 #include "ModelFixture.h"
 #include "TestSupport.h"
 
-#include "model/AppModel.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
-
 #include <QDir>
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <QTest>
-#include <memory>
 
 Q_DECLARE_METATYPE(std::optional<double>)
 
