@@ -164,25 +164,6 @@ private slots:
         QCOMPARE(r.model->simulatorEventRecordingStatus(), *r.platform->monitorProblem);
     }
 
-    // The display goes away mid-recording: the recording stops with the
-    // reason, the saved checkpoints stay, and a later stop is harmless.
-    void monitorThatEndsStopsTheRecording()
-    {
-        Recorder r;
-        r.model->loadSavedProject();
-        r.startRecording(1000);
-        arrange(*r.model).project.screens.append(ScreenDraft{.name = "home"});
-        r.press(centre, 1000.1);
-        r.platform->endMonitor(QStringLiteral("The connection to the X11 display was lost."));
-        QVERIFY(!r.model->isRecordingFlow() && !r.model->simulatorEventMonitorInstalled()
-                && !r.model->simulatorMouseDown());
-        QVERIFY(r.model->lastError()
-                && r.model->lastError()->startsWith("The connection to the X11 display was lost. "));
-        QCOMPARE(r.model->project().screens.size(), 1);
-        r.model->stopFlowRecording();
-        QVERIFY(!r.model->isRecordingFlow());
-    }
-
     void replacingTheProjectEndsTheRecording()
     {
         Recorder r;
