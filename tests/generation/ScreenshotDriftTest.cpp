@@ -7,10 +7,7 @@
 #include "generation/ThumbnailCache.h"
 
 #include <QDateTime>
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QImage>
 #include <QPainter>
 #include <QTest>
 
@@ -56,11 +53,6 @@ class ScreenshotDriftTest : public QObject
     std::optional<ModelFixture> f;
 
     QString outputDirectory() const { return f->model->project().outputDirectory + QStringLiteral("/en-US/iPhone"); }
-    void save(const QImage &image, const QString &path)
-    {
-        QDir().mkpath(QFileInfo(path).absolutePath());
-        QVERIFY(image.save(path));
-    }
 
 private slots:
     void init()
@@ -129,16 +121,16 @@ private slots:
     void driftedScreenshotMovesToReviewAndMissingOneIsReported()
     {
         const QString manual = f->model->project().outputDirectory + QStringLiteral("/manual/");
-        save(filled(Qt::white), manual + QStringLiteral("01-Home.png"));
-        save(filled(Qt::white), outputDirectory() + QStringLiteral("/01-Home.png"));
+        writeImage(manual + QStringLiteral("01-Home.png"), Qt::white);
+        writeImage(outputDirectory() + QStringLiteral("/01-Home.png"), Qt::white);
         // 02 is missing.
         auto issues = f->model->validateGeneratedScreens(outputDirectory(), QStringLiteral("en-US"), QStringLiteral("iPhone"));
         QCOMPARE(issues, (QList<ScreenshotValidationIssue>{{QStringLiteral("02-Set-tings.png"), 1.0}}));
 
-        save(filled(Qt::black), manual + QStringLiteral("02-Set-tings.png"));
-        save(filled(Qt::white), outputDirectory() + QStringLiteral("/02-Set-tings.png"));
+        writeImage(manual + QStringLiteral("02-Set-tings.png"), Qt::black);
+        writeImage(outputDirectory() + QStringLiteral("/02-Set-tings.png"), Qt::white);
         const QString review = f->model->project().outputDirectory + QStringLiteral("/_needs-review/en-US/iPhone/");
-        save(filled(Qt::red), review + QStringLiteral("02-Set-tings.png")); // an older one is replaced
+        writeImage(review + QStringLiteral("02-Set-tings.png"), Qt::red); // an older one is replaced
         issues = f->model->validateGeneratedScreens(outputDirectory(), QStringLiteral("en-US"), QStringLiteral("iPhone"));
         QCOMPARE(issues.size(), 1);
         QCOMPARE(issues.first().filename, QStringLiteral("02-Set-tings.png"));
@@ -157,9 +149,9 @@ private slots:
         // The same path, size and (forced) time would be the same version;
         // a new modification time is a new one.
         const QString path = f->root.filePath(QStringLiteral("shot.png"));
-        save(filled(Qt::white), path);
+        writeImage(path, Qt::white);
         QCOMPARE(quint8(ThumbnailCache::thumbnail(path).result()->at(0)), quint8(255));
-        save(filled(Qt::black), path);
+        writeImage(path, Qt::black);
         QFile file(path);
         QVERIFY(file.open(QIODevice::ReadWrite));
         QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(5), QFileDevice::FileModificationTime));
@@ -173,8 +165,8 @@ private slots:
     void uncheckableScreensAreReportedNotCompared()
     {
         // No reference for 01, an unreadable reference for 02.
-        save(filled(Qt::white), outputDirectory() + QStringLiteral("/01-Home.png"));
-        save(filled(Qt::white), outputDirectory() + QStringLiteral("/02-Set-tings.png"));
+        writeImage(outputDirectory() + QStringLiteral("/01-Home.png"), Qt::white);
+        writeImage(outputDirectory() + QStringLiteral("/02-Set-tings.png"), Qt::white);
         TestSupport::writeFile(f->model->project().outputDirectory + QStringLiteral("/manual/02-Set-tings.png"),
                                "not a png");
         QVERIFY(f->model->validateGeneratedScreens(outputDirectory(), QStringLiteral("en-US"), QStringLiteral("iPhone"))
@@ -184,7 +176,7 @@ private slots:
 
         // A reference named outside "manual", or a link that leads out of it, is not read at all.
         const QString elsewhere = f->root.filePath(QStringLiteral("elsewhere.png"));
-        save(filled(Qt::black), elsewhere);
+        writeImage(elsewhere, Qt::black);
         QFile::remove(f->model->project().outputDirectory + QStringLiteral("/manual/02-Set-tings.png"));
         QVERIFY(
             QFile::link(elsewhere, f->model->project().outputDirectory + QStringLiteral("/manual/02-Set-tings.png")));
