@@ -60,7 +60,7 @@ QRect workArea(const QList<quint32> &values, quint32 currentDesktop, const QSize
     const qsizetype at = qsizetype(currentDesktop) * 4;
     if (values.size() < at + 4)
         return whole;
-    const QRect area(int(values[at]), int(values[at + 1]), int(values[at + 2]), int(values[at + 3]));
+    const QRect area{int(values[at]), int(values[at + 1]), int(values[at + 2]), int(values[at + 3])};
     const QRect inside = area.intersected(whole);
     return inside.isEmpty() ? whole : inside;
 }
