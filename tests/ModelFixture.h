@@ -5,6 +5,10 @@
 #include "model/AppModel.h"
 #include "platform/scripted/ScriptedPlatformServices.h"
 
+#include <QColor>
+#include <QDir>
+#include <QFileInfo>
+#include <QImage>
 #include <QTemporaryDir>
 #include <memory>
 
@@ -61,3 +65,14 @@ struct ModelFixture
         model = std::make_unique<AppModel>(root.path(), std::move(services));
     }
 };
+
+// A screenshot-like PNG of `size`, filled with `color`, folders made as needed.
+inline QString writeImage(const QString &path, QColor color, QSize size = QSize(393, 852))
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(color);
+    if (!image.save(path))
+        qFatal("could not write %s", qPrintable(path));
+    return path;
+}

@@ -7,9 +7,6 @@
 #include "ModelFixture.h"
 #include "app/ContactSheet.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QImage>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -18,14 +15,6 @@ using namespace ContactSheet;
 namespace {
 
 int occurrences(const QString &text, const QString &part) { return int(text.count(part)); }
-
-void writeImage(const QString &path, QColor colour, QSize size = {393, 852})
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QImage image(size, QImage::Format_RGB32);
-    image.fill(colour);
-    QVERIFY(image.save(path));
-}
 
 Cell generated(const QString &image)
 {

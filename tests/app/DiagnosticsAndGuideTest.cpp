@@ -4,11 +4,8 @@
 #include "TestSupport.h"
 
 #include "app/CustomerGuide.h"
-#include "model/AppModel.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace {

@@ -3,8 +3,6 @@
 
 #include "ModelFixture.h"
 #include "TestSupport.h"
-#include "model/AppModel.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
 
 #include <QTest>
 
@@ -23,13 +21,11 @@ class ReadinessTest : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> m_root;
-    std::unique_ptr<AppModel> m_model;
-    ScriptedPlatformServices *m_platform = nullptr;
+    std::optional<ModelFixture> f;
 
     void makeComplete()
     {
-        ScreenshotProject &p = arrange(*m_model).project;
+        ScreenshotProject &p = arrange(*f->model).project;
         p.bundleId = QStringLiteral("com.example.demo");
         p.appName = QStringLiteral("Demo");
         p.devices = {QStringLiteral("UDID")};
@@ -39,19 +35,13 @@ class ReadinessTest : public QObject
     }
 
 private slots:
-    void init()
-    {
-        m_root = std::make_unique<QTemporaryDir>();
-        auto platform = std::make_unique<ScriptedPlatformServices>();
-        m_platform = platform.get();
-        m_model = std::make_unique<AppModel>(m_root->path(), std::move(platform));
-    }
+    void init() { f.emplace(); }
 
     void newProjectIsNotReady()
     {
-        arrange(*m_model).project.languages.clear();
-        m_platform->accessibilityTrusted = false;
-        const QList<ProductPreflightCheck> checks = m_model->preflightChecks();
+        arrange(*f->model).project.languages.clear();
+        f->platform->accessibilityTrusted = false;
+        const QList<ProductPreflightCheck> checks = f->model->preflightChecks();
         const QList<ProductPreflightCheck> expected{
             {"Simulator attached", "Attach a running iOS Simulator", false},
             {"App detected", "Detect the foreground app", false},
@@ -62,29 +52,29 @@ private slots:
         };
         QCOMPARE(checks, expected);
         // Reading readiness asks no tool; a refresh does, and is remembered.
-        m_model->refreshReplayEngineAvailability();
-        QCOMPARE(m_model->preflightChecks().at(5).isReady, AppModel::isReplayEngineAvailable());
-        QCOMPARE(m_model->runReadinessMessage(), QStringLiteral("Attach to a booted simulator or select a device first."));
-        m_model->quickStartRows();
-        QCOMPARE(m_platform->accessibilityRequests, 0); // reading readiness never pops the permission prompt
+        f->model->refreshReplayEngineAvailability();
+        QCOMPARE(f->model->preflightChecks().at(5).isReady, AppModel::isReplayEngineAvailable());
+        QCOMPARE(f->model->runReadinessMessage(), QStringLiteral("Attach to a booted simulator or select a device first."));
+        f->model->quickStartRows();
+        QCOMPARE(f->platform->accessibilityRequests, 0); // reading readiness never pops the permission prompt
     }
 
     void completeProjectIsReadyToReplay()
     {
         makeComplete();
-        const QList<ProductPreflightCheck> checks = m_model->preflightChecks();
+        const QList<ProductPreflightCheck> checks = f->model->preflightChecks();
         QCOMPARE(checks.at(0).detail, QStringLiteral("iPhone 15"));
         QCOMPARE(checks.at(2).detail, QStringLiteral("2 locales"));
         QVERIFY(checks.at(3).isReady && checks.at(4).isReady);
-        QVERIFY(m_model->canRunRecordedAttachedCapture());
-        QVERIFY(!m_model->canRunAutomatedCapture());
-        QCOMPARE(m_model->runReadinessMessage(),
+        QVERIFY(f->model->canRunRecordedAttachedCapture());
+        QVERIFY(!f->model->canRunAutomatedCapture());
+        QCOMPARE(f->model->runReadinessMessage(),
                  QStringLiteral("Ready to generate by replaying the recorded simulator flow for every selected language."));
 
-        arrange(*m_model).project.appPath = m_root->path(); // any existing path stands for the .app build
-        QVERIFY(m_model->canRunAutomatedCapture());
-        QVERIFY(!m_model->canRunRecordedAttachedCapture());
-        QCOMPARE(m_model->runReadinessMessage(),
+        arrange(*f->model).project.appPath = f->root.path(); // any existing path stands for the .app build
+        QVERIFY(f->model->canRunAutomatedCapture());
+        QVERIFY(!f->model->canRunRecordedAttachedCapture());
+        QCOMPARE(f->model->runReadinessMessage(),
                  QStringLiteral("Ready to generate from the selected .app build and recorded screen flow."));
     }
 
@@ -109,11 +99,11 @@ private slots:
         QFETCH(QList<ScreenDraft>, screens);
         QFETCH(QString, issue);
         makeComplete();
-        arrange(*m_model).project.screens = screens;
-        QCOMPARE(m_model->recordedFlowReplayIssue().value_or(QString()), issue);
-        QCOMPARE(m_model->canRunRecordedAttachedCapture(), issue.isEmpty());
+        arrange(*f->model).project.screens = screens;
+        QCOMPARE(f->model->recordedFlowReplayIssue().value_or(QString()), issue);
+        QCOMPARE(f->model->canRunRecordedAttachedCapture(), issue.isEmpty());
         if (!issue.isEmpty())
-            QCOMPARE(m_model->runReadinessMessage(), issue);
+            QCOMPARE(f->model->runReadinessMessage(), issue);
     }
 
     void runCountsForSeveralDevices_data()
@@ -136,28 +126,28 @@ private slots:
         QFETCH(int, screens);
         QFETCH(qint64, deviceCount);
         QFETCH(qint64, total);
-        ScreenshotProject &p = arrange(*m_model).project;
+        ScreenshotProject &p = arrange(*f->model).project;
         p.devices.clear();
         for (int i = 0; i < devices; ++i)
             p.devices.append(QStringLiteral("UDID-%1").arg(i));
         p.languages = QStringList(languages, QStringLiteral("en-US"));
         p.screens = QList<ScreenDraft>(screens);
-        QCOMPARE(m_model->runDeviceCount(), deviceCount);
-        QCOMPARE(m_model->runTotalCount(), total);
+        QCOMPARE(f->model->runDeviceCount(), deviceCount);
+        QCOMPARE(f->model->runTotalCount(), total);
     }
 
     void quickStartRowsFollowTheSteps()
     {
         const auto describe = [this] {
             QStringList rows;
-            for (const QuickStartRow &row : m_model->quickStartRows())
+            for (const QuickStartRow &row : f->model->quickStartRows())
                 rows.append(QStringLiteral("%1 %2 | %3 | %4 | %5")
                                 .arg(row.number)
                                 .arg(row.title, row.detail, row.isComplete ? "done" : "open",
                                      row.buttonTitle.value_or("-")));
             return rows;
         };
-        m_platform->accessibilityTrusted = false;
+        f->platform->accessibilityTrusted = false;
         QCOMPARE(describe(), (QStringList{
                                  "1 Attach Simulator | Open your app in Simulator, then attach | open | Attach",
                                  "2 Allow click recording | Needed to record Simulator taps and drags | open | Allow",
@@ -166,7 +156,7 @@ private slots:
                                  "5 Record flow | Capture the screens you want in App Store screenshots | open | Record",
                              }));
         makeComplete();
-        m_platform->accessibilityTrusted = true;
+        f->platform->accessibilityTrusted = true;
         QCOMPARE(describe(), (QStringList{
                                  "1 Attach Simulator | iPhone 15 | done | Reattach",
                                  "2 Allow click recording | Permission granted | done | -",
@@ -174,10 +164,10 @@ private slots:
                                  "4 Choose languages | 2 selected | done | Choose",
                                  "5 Record flow | 2 checkpoints recorded | done | Review",
                              }));
-        arrange(*m_model).project.attachedDeviceName.reset();
-        QCOMPARE(m_model->quickStartRows().first().detail, QStringLiteral("Attached"));
-        arrange(*m_model).project.languages.clear();
-        QCOMPARE(m_model->quickStartRows().at(3).detail, QStringLiteral("Pick App Store locales"));
+        arrange(*f->model).project.attachedDeviceName.reset();
+        QCOMPARE(f->model->quickStartRows().first().detail, QStringLiteral("Attached"));
+        arrange(*f->model).project.languages.clear();
+        QCOMPARE(f->model->quickStartRows().at(3).detail, QStringLiteral("Pick App Store locales"));
     }
 
     // Taps replay in points: a generation device of another size in points
@@ -185,23 +175,23 @@ private slots:
     void deviceOfAnotherSizeIsNamed()
     {
         makeComplete();
-        ScreenshotProject &p = arrange(*m_model).project;
+        ScreenshotProject &p = arrange(*f->model).project;
         p.devices = {QStringLiteral("IPAD"), QStringLiteral("IPHONE"), QStringLiteral("UNKNOWN")};
-        arrange(*m_model).availableDevices = {{QStringLiteral("iPad Air 11-inch (M2)"), QStringLiteral("IPAD"),
+        arrange(*f->model).availableDevices = {{QStringLiteral("iPad Air 11-inch (M2)"), QStringLiteral("IPAD"),
                                       QStringLiteral("iOS 17 5"), QStringLiteral("Shutdown")}};
-        arrange(*m_model).devicePointSizes = {{QStringLiteral("IPAD"), QSizeF(820, 1180)},
+        arrange(*f->model).devicePointSizes = {{QStringLiteral("IPAD"), QSizeF(820, 1180)},
                                      {QStringLiteral("IPHONE"), QSizeF(393, 852)}};
-        QVERIFY(m_model->recordedDeviceNotes().isEmpty()); // not known where it was recorded
+        QVERIFY(f->model->recordedDeviceNotes().isEmpty()); // not known where it was recorded
 
         p.recordedOn = RecordingDevice{QStringLiteral("iPhone 15 Pro"), 393, 852};
-        QCOMPARE(m_model->recordedDeviceNotes(),
+        QCOMPARE(f->model->recordedDeviceNotes(),
                  QStringList{QStringLiteral("Taps were recorded on iPhone 15 Pro (393 \u00d7 852 points); iPad Air "
                                             "11-inch (M2) is 820 \u00d7 1180 points, so the flow may tap other places.")});
-        QVERIFY(!m_model->recordedDeviceNote(QStringLiteral("IPHONE")));
-        QVERIFY(!m_model->recordedDeviceNote(QStringLiteral("UNKNOWN")));
+        QVERIFY(!f->model->recordedDeviceNote(QStringLiteral("IPHONE")));
+        QVERIFY(!f->model->recordedDeviceNote(QStringLiteral("UNKNOWN")));
 
-        arrange(*m_model).devicePointSizes.insert(QStringLiteral("IPHONE"), QSizeF(402.5, 874));
-        QVERIFY(m_model->recordedDeviceNote(QStringLiteral("IPHONE"))->contains(" is 402.5 \u00d7 874 points"));
+        arrange(*f->model).devicePointSizes.insert(QStringLiteral("IPHONE"), QSizeF(402.5, 874));
+        QVERIFY(f->model->recordedDeviceNote(QStringLiteral("IPHONE"))->contains(" is 402.5 \u00d7 874 points"));
     }
 
     void messageFallsThroughInOrder_data()
@@ -221,16 +211,16 @@ private slots:
         QFETCH(QString, change);
         QFETCH(QString, message);
         makeComplete();
-        ScreenshotProject &p = arrange(*m_model).project;
+        ScreenshotProject &p = arrange(*f->model).project;
         if (change == "languages")
             p.languages.clear();
         if (change == "screens")
             p.screens.clear();
         if (change == "appPath")
-            p.appPath = m_root->path() + QStringLiteral("/gone.app");
+            p.appPath = f->root.path() + QStringLiteral("/gone.app");
         if (change == "bundleId")
             p.bundleId.clear();
-        QCOMPARE(m_model->runReadinessMessage(), message);
+        QCOMPARE(f->model->runReadinessMessage(), message);
     }
 };
 

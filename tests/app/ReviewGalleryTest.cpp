@@ -4,15 +4,12 @@
 #include "ModelFixture.h"
 #include "TestSupport.h"
 
-#include "model/AppModel.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
 #include "simulator/SimctlDeviceList.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QImage>
 
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
@@ -87,35 +84,6 @@ private slots:
         for (const GeneratedLanguageGroup &group : model.groupedImages())
             languages.append(group.language);
         QCOMPARE(languages, deviceNames);
-    }
-
-    // The first language on a device of another size than the recorded
-    // references is kept unchecked, and the gallery says so.
-    void firstLanguageOnAnotherSizeHasNoReference()
-    {
-        QTemporaryDir dir;
-        AppModel model(dir.path(), std::make_unique<ScriptedPlatformServices>());
-        arrange(model).project.outputDirectory = dir.path() + "/out";
-        arrange(model).project.languages = {"en-US", "de-DE"};
-        ScreenDraft home;
-        home.name = "Home";
-        arrange(model).project.screens = {home};
-        const auto save = [&](const QString &file, QSize size) {
-            QImage image(size, QImage::Format_RGB32);
-            image.fill(Qt::white);
-            QDir().mkpath(QFileInfo(model.project().outputDirectory + "/" + file).absolutePath());
-            QVERIFY(image.save(model.project().outputDirectory + "/" + file));
-        };
-        save("manual/01-Home.png", {120, 260});
-        save("en-US/iPhone/01-Home.png", {120, 260});
-        save("en-US/iPad/01-Home.png", {200, 280});
-        save("de-DE/iPad/01-Home.png", {200, 280});
-        model.refreshReviewImages();
-        QStringList notes;
-        for (const ReviewImage &image : model.reviewImages())
-            notes.append(image.relativePath + ": " + image.note);
-        QCOMPARE(notes, (QStringList{"de-DE/iPad/01-Home.png: ", "en-US/iPad/01-Home.png: no reference for this device",
-                                     "en-US/iPhone/01-Home.png: ", "manual/01-Home.png: "}));
     }
 };
 

@@ -4,8 +4,6 @@
 #include "TestSupport.h"
 #include "generation/ConfigWriter.h"
 #include "model/AppError.h"
-#include "model/AppModel.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
 
 #include <QTest>
 

@@ -6,9 +6,6 @@
 #include "MainWindow.h"
 #include "ModelFixture.h"
 
-#include <QColor>
-#include <QDir>
-#include <QImage>
 #include <QTest>
 
 class ScriptedDialogs : public Dialogs
@@ -62,15 +59,7 @@ inline void settle()
     QCoreApplication::processEvents();
 }
 
-// A screenshot-like PNG of `size`, filled with `color`.
-inline QString writeImage(const QString &path, QColor color, QSize size = QSize(393, 852))
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QImage image(size, QImage::Format_RGB32);
-    image.fill(color);
-    image.save(path);
-    return path;
-}
+using ::writeImage;
 
 // A recorded checkpoint with its reference image, as recording leaves it.
 inline void addCheckpoint(AppModel &model, const QString &name, QList<OperationDraft> operations = {})

@@ -14,7 +14,6 @@
 #include <QAbstractItemModelTester>
 #include <QMimeData>
 #include <QSignalSpy>
-#include <QTest>
 
 class ItemModelsTest : public QObject
 {

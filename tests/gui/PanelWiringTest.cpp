@@ -24,11 +24,9 @@
 #include <QPlainTextEdit>
 #include <QTableView>
 #include <QTableWidget>
-#include <QTest>
 
 namespace {
 
-// Lets the model announce its changes and the panels re-read them.
 QListWidgetItem *languageItem(QListWidget *list, const QString &code)
 {
     for (int i = 0; i < list->count(); ++i)
@@ -207,15 +205,20 @@ private slots:
         QCOMPARE(f.window->currentPanel(), MainWindow::reviewPanel);
     }
 
+    // Screenshots already found when the window opens (at start-up) are
+    // shown, their first group chosen.
     void reviewComparesTrashesAndFollowsTheFolder()
     {
         GuiFixture f;
+        f.window.reset();
         GuiTest::addCheckpoint(*f.model, QStringLiteral("home"));
         const QString out = f.model->project().outputDirectory;
         GuiTest::writeImage(out + QStringLiteral("/de-DE/iPhone 15/01-home.png"), Qt::white);
         GuiTest::writeImage(out + QStringLiteral("/_needs-review/fr-FR/iPhone 15/01-home.png"), Qt::black);
         f.model->refreshReviewImages();
+        f.window = std::make_unique<MainWindow>(*f.model, f.dialogs);
         f.window->showPanel(MainWindow::reviewPanel);
+        f.window->show();
         GuiTest::settle();
         ReviewPanel *review = f.window->review();
         QCOMPARE(review->groupList()->count(), 2);
@@ -244,24 +247,6 @@ private slots:
         QDir(out).removeRecursively();
         QTRY_COMPARE(review->groupList()->count(), 0);
         QVERIFY(f.model->reviewImages().isEmpty());
-    }
-
-    // Screenshots already on disk when the window opens (a start-up that
-    // found them first) are shown, their first group chosen.
-    void reviewShowsWhatWasFoundBeforeTheWindow()
-    {
-        GuiFixture f;
-        f.window.reset();
-        const QString out = f.model->project().outputDirectory;
-        GuiTest::writeImage(out + QStringLiteral("/en-US/iPhone 15/01-home.png"), Qt::white);
-        GuiTest::writeImage(out + QStringLiteral("/en-US/iPhone 15/02-explore.png"), Qt::gray);
-        f.model->refreshReviewImages();
-        f.window = std::make_unique<MainWindow>(*f.model, f.dialogs);
-        f.window->showPanel(MainWindow::reviewPanel);
-        f.window->show();
-        GuiTest::settle();
-        QCOMPARE(f.window->review()->groupList()->currentRow(), 0);
-        QCOMPARE(f.window->review()->galleryModel()->rowCount(), 2);
     }
 
     void reviewDismissesWarningsAndOpensTheContactSheet()
@@ -295,10 +280,7 @@ private slots:
         GuiTest::action(review->actions(), "Contact Sheet")->trigger();
         GuiTest::settle();
         const QString page = out + QStringLiteral("/index.html");
-        QCOMPARE(f.platform->opened, QStringList{page});
-        const QString html = QString::fromUtf8(TestSupport::readFile(page));
-        for (const char *language : {"en-US", "ja-JP"})
-            QVERIFY(html.contains(QStringLiteral("href=\"%1/iPhone%2015/01-home.png\"").arg(language)));
+        QCOMPARE(f.platform->opened, QStringList{page}); // its content: ContactSheetTest
     }
 
     void bannerIsDismissed()

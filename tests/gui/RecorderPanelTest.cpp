@@ -11,7 +11,6 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTest>
 #include <QWindow>
 
 namespace {
@@ -49,13 +48,15 @@ private slots:
 
     void placement_data()
     {
-        QTest::addColumn<QRectF>("simulator"); // window-server bounds, origin top left
+        QTest::addColumn<QRectF>("simulator"); // window-server bounds, origin top left; empty: none
         QTest::addColumn<QPoint>("expected");  // the panel's top left
-        // Screen 1440 x 900, visible frame 1440 x 875 (a menu bar on top).
+        // Screen 1440 x 900, visible frame 1440 x 875 (a menu bar on top);
+        // the margins and clamps are PreviewAndGeometryTest::panelPlacement's.
         QTest::newRow("to the right, tops level") << QRectF(100, 50, 400, 820) << QPoint(514, 50);
         QTest::newRow("near the right edge: to the left") << QRectF(1000, 50, 400, 820) << QPoint(526, 50);
-        QTest::newRow("no room left either: kept on screen") << QRectF(60, 50, 1300, 820) << QPoint(12, 50);
         QTest::newRow("low on the screen: kept above its bottom") << QRectF(100, 400, 400, 300) << QPoint(514, 128);
+        // 28 from the visible frame's right edge, 42 below its top (25 below the screen's).
+        QTest::newRow("no simulator: top right") << QRectF() << QPoint(1440 - 460 - 28, 25 + 42);
     }
 
     void placement()
@@ -63,18 +64,10 @@ private slots:
         QFETCH(QRectF, simulator);
         QFETCH(QPoint, expected);
         GuiFixture f;
-        f.platform->windows = {simulatorWindow(simulator)};
+        if (!simulator.isEmpty())
+            f.platform->windows = {simulatorWindow(simulator)};
         startRecording(f);
         QTRY_COMPARE(f.window->recorder()->pos(), expected);
-    }
-
-    void withoutSimulatorSitsTopRight()
-    {
-        GuiFixture f;
-        RecorderPanel *panel = f.window->recorder();
-        startRecording(f);
-        // 28 from the visible frame's right edge, 42 below its top (25 below the screen's).
-        QTRY_COMPARE(panel->pos(), QPoint(1440 - 460 - 28, 25 + 42));
     }
 
     void followsTheSimulatorWindow()

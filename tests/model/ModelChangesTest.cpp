@@ -5,11 +5,8 @@
 #include "TestSupport.h"
 
 #include "app/RunLogFollower.h"
-#include "model/AppModel.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
 
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 class ModelChangesTest : public QObject

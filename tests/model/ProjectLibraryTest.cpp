@@ -5,14 +5,11 @@
 #include "ModelFixture.h"
 #include "TestSupport.h"
 
-#include "model/AppModel.h"
 #include "model/ProjectCoding.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QUuid>
 
@@ -209,21 +206,6 @@ private slots:
         f.model->restoreProjectSnapshot(snapshot);
         QVERIFY(f.model->lastError()->startsWith("Could not restore project snapshot: "));
         QCOMPARE(f.model->project(), before);
-    }
-
-    void trashOrRemoveFallsBackToRemovalOnlyWithoutATrash()
-    {
-        Fixture f;
-        TestSupport::writeFile(f.root.path() + "/a/file.txt", "x");
-        QVERIFY(f.model->trashOrRemove(f.root.path() + "/a"));
-        QCOMPARE(f.platform->trashed, QStringList{f.root.path() + "/a"});
-
-        f.platform->trashAvailable = false;
-        const QString gone = TestSupport::writeFile(f.root.path() + "/b/file.txt", "x");
-        QVERIFY(!f.model->trashOrRemove(f.root.path() + "/b"));
-        QVERIFY(!QFileInfo::exists(gone));
-        QCOMPARE(f.platform->trashed.size(), 1);
-        f.model->trashOrRemove(f.root.path() + "/never-there"); // nothing to do, no error
     }
 
     // Where a deleted project's files went, truthfully: a deletion without

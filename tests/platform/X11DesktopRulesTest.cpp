@@ -85,7 +85,8 @@ private slots:
     }
 
     // The X server's facts through the core rule: the front-most Simulator
-    // client area, flipped against the root window's height.
+    // client area, flipped against the root window's height. (Pointer
+    // positions take the same flip; ClickRecordingTest clicks through it.)
     void simulatorFrameFromTheStack()
     {
         const X11TopLevel back = framed(10, 11, "Simulator", QRect(700, 100, 400, 886));
@@ -95,14 +96,6 @@ private slots:
         QCOMPARE(windows.first().bounds, std::optional(QRectF(0, 0, 100, 500)));
         QCOMPARE(SimulatorWindowLocator::windowFrame(windows, QRectF(0, 0, 1280, 1024)),
                  std::optional(QRectF(100, 1024 - 936, 400, 886)));
-    }
-
-    void flipToBottomLeft()
-    {
-        QCOMPARE(toBottomLeft(QPointF(10, 0), 900), QPointF(10, 900));
-        QCOMPARE(toBottomLeft(QPointF(250.5, 899), 900), QPointF(250.5, 1));
-        // A 400 x 800 window at the top left of a 900-high screen.
-        QCOMPARE(toBottomLeft(QRectF(0, 0, 400, 800), 900), QRectF(0, 100, 400, 800));
     }
 
     void ownWindowFilter_data()

@@ -5,14 +5,9 @@
 #include "ModelFixture.h"
 #include "TestSupport.h"
 
-#include "model/AppModel.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
-
 #include <QDir>
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <QTest>
-#include <memory>
 
 Q_DECLARE_METATYPE(std::optional<double>)
 
@@ -169,25 +164,6 @@ private slots:
         QCOMPARE(r.model->simulatorEventRecordingStatus(), *r.platform->monitorProblem);
     }
 
-    // The display goes away mid-recording: the recording stops with the
-    // reason, the saved checkpoints stay, and a later stop is harmless.
-    void monitorThatEndsStopsTheRecording()
-    {
-        Recorder r;
-        r.model->loadSavedProject();
-        r.startRecording(1000);
-        arrange(*r.model).project.screens.append(ScreenDraft{.name = "home"});
-        r.press(centre, 1000.1);
-        r.platform->endMonitor(QStringLiteral("The connection to the X11 display was lost."));
-        QVERIFY(!r.model->isRecordingFlow() && !r.model->simulatorEventMonitorInstalled()
-                && !r.model->simulatorMouseDown());
-        QVERIFY(r.model->lastError()
-                && r.model->lastError()->startsWith("The connection to the X11 display was lost. "));
-        QCOMPARE(r.model->project().screens.size(), 1);
-        r.model->stopFlowRecording();
-        QVERIFY(!r.model->isRecordingFlow());
-    }
-
     void replacingTheProjectEndsTheRecording()
     {
         Recorder r;
@@ -205,7 +181,6 @@ private slots:
         r.startRecording(1000);
         const QString manual = r.model->manualCaptureDirectory();
         TestSupport::writeFile(manual + "/01-home.png", "png");
-        TestSupport::writeFile(manual + "/notes.txt", "kept");
         arrange(*r.model).project.screens.append(ScreenDraft{.name = "home"});
         r.model->upsertManualScreen(1, "home", "01-home.png");
         arrange(*r.model).project.manualCaptureIndex = 2;
@@ -216,8 +191,7 @@ private slots:
         QVERIFY(r.model->isRecordingFlow());
         QVERIFY(r.platform->mouseHandler);
         QVERIFY(r.model->lastRecordedActionAt() && *r.model->lastRecordedActionAt() > 1000);
-        QVERIFY(!QFileInfo::exists(manual + "/01-home.png"));
-        QVERIFY(QFileInfo::exists(manual + "/notes.txt"));
+        QVERIFY(!QFileInfo::exists(manual + "/01-home.png")); // the user's own files: CheckpointsTest
         QVERIFY(r.model->project().screens.isEmpty() && r.model->manualScreens().isEmpty());
         QCOMPARE(r.model->project().manualCaptureIndex, 1);
         QVERIFY(!r.model->canResetRecordedFlow());

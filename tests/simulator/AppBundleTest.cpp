@@ -5,12 +5,9 @@
 #include "TestSupport.h"
 
 #include "model/AppError.h"
-#include "model/AppModel.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
 #include "simulator/AppBundleInspector.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 #include <QTest>
 #include <cstdlib>
 #include <plist/plist.h>
@@ -18,7 +15,6 @@
 using InfoEntries = QList<QPair<QString, QString>>;
 
 namespace {
-
 
 // A binary Info.plist holding `entries` (text values, or text lists when
 // the value holds a "|").

@@ -6,11 +6,8 @@
 #include "XcrunStandIn.h"
 
 #include "model/AppError.h"
-#include "model/AppModel.h"
 #include "model/LanguageCatalog.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace {

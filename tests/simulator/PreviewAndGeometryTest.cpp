@@ -5,12 +5,9 @@
 #include "TestSupport.h"
 #include "XcrunStandIn.h"
 
-#include "model/AppModel.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
 #include "simulator/RecorderPanelPlacement.h"
 #include "simulator/SimulatorWindowLocator.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 using OptionalRect = std::optional<QRectF>;

@@ -5,13 +5,10 @@
 #include "TestSupport.h"
 
 #include "model/AppError.h"
-#include "model/AppModel.h"
-#include "platform/scripted/ScriptedPlatformServices.h"
 #include "replay/ChildProcess.h"
 #include "simulator/ProcessRunner.h"
 
 #include <QElapsedTimer>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <csignal>
