@@ -193,6 +193,7 @@ private slots:
         QTest::addColumn<QString>("problem");   // what the check says, after the bundle's path
         const QByteArray plist = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>"
                                  "<key>CFBundleIdentifier</key><string>com.example.other</string></dict></plist>\n";
+        QTest::newRow("missing .app") << QString() << QByteArray() << "there is no .app bundle at %1";
         QTest::newRow("not an .app") << "Demo" << plist
                                      << "%1 is not an .app bundle; choose the .app that the simulator build produced";
         QTest::newRow("no Info.plist") << "Demo.app" << QByteArray()

@@ -49,6 +49,27 @@ private slots:
         QCOMPARE(third->project().projectName, QStringLiteral("Shared"));
     }
 
+    void loadingASavedProjectWritesNothing()
+    {
+        QTemporaryDir root;
+        startedModel(root.path())->addCustomLanguage("de-DE");
+        const QString workspace = root.path() + "/.quillmark";
+        QStringList files;
+        for (const QString name : {"project.json", "current-project-id.txt"})
+            files.append(workspace + "/" + name);
+        for (const QFileInfo &file : QDir(workspace + "/projects").entryInfoList(QDir::Files))
+            files.append(file.filePath());
+        QList<QDateTime> before;
+        for (const QString &file : files)
+            before.append(QFileInfo(file).lastModified());
+        QTest::qWait(20); // a rewrite would show in the modification time
+        const auto reader = startedModel(root.path());
+        QVERIFY(!reader->lastError());
+        QCOMPARE(reader->project().languages, (QStringList{"en-US", "de-DE"}));
+        for (qsizetype i = 0; i < files.size(); ++i)
+            QCOMPARE(QFileInfo(files.at(i)).lastModified(), before.at(i));
+    }
+
     void lockOfAProcessThatDiedIsTakenOver()
     {
         QTemporaryDir root;

@@ -285,6 +285,17 @@ private slots:
         QVERIFY(c.model->runLog().contains("Checkpoint 2 was left alone: "));
     }
 
+    void resetKeepsTheUsersOwnFiles()
+    {
+        Checkpoints c;
+        c.make({"a", "b"});
+        TestSupport::writeFile(c.manual("notes.png"), "mine");
+        TestSupport::writeFile(c.manual("07-mine.png"), "mine");
+        c.model->resetRecordedFlow();
+        QCOMPARE(c.files(), (QStringList{"07-mine.png", "notes.png"}));
+        QVERIFY(c.model->manualScreens().isEmpty());
+    }
+
     void syncRebuildsCheckpointsFromNumberedImages()
     {
         Checkpoints c;
