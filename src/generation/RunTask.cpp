@@ -48,8 +48,8 @@ bool AppModel::takeGenerationLock()
         QString application;
         lock->getLockInfo(&pid, &host, &application);
         setLastError(QStringLiteral("Another generation is running in this workspace (process %1). Wait for it "
-                                          "to finish or cancel it, then start again.")
-                               .arg(pid));
+                                    "to finish or cancel it, then start again.")
+                         .arg(pid));
         return false;
     }
     m_generationLock = std::move(lock);

@@ -126,6 +126,7 @@ struct ChildProcess::Private
     // Started to put a device back as the user had it: an interrupt lets it
     // finish (only the last resort, killAll, ends it).
     bool isCleanup = false;
+    std::atomic<bool> terminated{false}; // SIGTERM sent
 
     void spawn(const SpawnRequest &request, int outputPipe[2], int errorPipe[2]);
     void drain(int &fd, QByteArray &into);
@@ -346,7 +347,10 @@ bool ChildProcess::finishWithin(std::optional<int> seconds)
 
 void ChildProcess::terminate()
 {
-    d->signalGroup(SIGTERM);
+    // Once: a child that is itself a Vantrel command takes a second signal
+    // as "out now" and would skip its own clean-up (the device's status bar).
+    if (!d->terminated.exchange(true))
+        d->signalGroup(SIGTERM);
 }
 
 void ChildProcess::interruptAll()

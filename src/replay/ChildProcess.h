@@ -51,7 +51,8 @@ public:
     // The collected output; valid after waitForExit returned true.
     const Output &output() const;
     // Sends SIGTERM to the child's process group (the child and whatever it
-    // started); safe from any thread, harmless after exit.
+    // started), once however often it is called; safe from any thread,
+    // harmless after exit.
     void terminate();
 
     // An interrupt (Ctrl-C) ends every running child's process group and
